@@ -1,0 +1,6 @@
+#include "app/kestrelmain.h"
+
+int main(int argc, char **argv)
+{
+    return kestrelMain(argc, argv, "CAN Kestrel");
+}
