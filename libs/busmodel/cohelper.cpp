@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include <utility>
+
 namespace {
 
 struct DataTypeInfo
@@ -90,4 +92,43 @@ QString COHelper::index2DataTypeShortString(quint16 dataType)
 {
     const auto *info = findDataType(dataType);
     return info ? QString::fromLatin1(info->shortName) : QString();
+}
+
+namespace {
+
+template<typename Key, size_t N>
+QString nameOf(const std::pair<Key, const char *> (&names)[N], Key key)
+{
+    for (const auto &[code, name] : names) {
+        if (code == key)
+            return QString::fromLatin1(name);
+    }
+    return QString();
+}
+
+const std::pair<quint32, const char *> objectCodeNames[] = {
+    {0, "NULL"}, {2, "DOMAIN"}, {5, "DEFTYPE"}, {6, "DEFSTRUCT"}, {7, "VARIABLE"}, {8, "ARRAY"}, {9, "RECORD"},
+};
+const std::pair<unsigned int, const char *> pdoMappingNames[] = {
+    {0, "Forbidden"}, {1, "Allowed"}, {2, "Default"}, {3, "RPDO"}, {4, "TPDO"},
+};
+const std::pair<quint8, const char *> implementationNames[] = {
+    {0, "Managed Variable"}, {1, "Managed Const"}, {2, "Application Variable"}, {3, "Virtual Object"},
+};
+
+} // namespace
+
+QString COHelper::objectCode2String(quint32 objectCode)
+{
+    return nameOf(objectCodeNames, objectCode);
+}
+
+QString COHelper::pdoMapping2String(unsigned int mapping)
+{
+    return nameOf(pdoMappingNames, mapping);
+}
+
+QString COHelper::implementation2String(quint8 implementation)
+{
+    return nameOf(implementationNames, implementation);
 }

@@ -12,4 +12,10 @@ public:
     static QString index2DataTypeString(quint16 dataType);
     // Short name, such as "u8", "i16", "b" for BOOLEAN, "u3" for 3 bits; empty for an unknown type.
     static QString index2DataTypeShortString(quint16 dataType);
+
+    // Display texts of an object code (7 "VARIABLE", 8 "ARRAY", 9 "RECORD", ...), a PDO mapping value
+    // and an implementation type; empty for values without a name.
+    static QString objectCode2String(quint32 objectCode);
+    static QString pdoMapping2String(unsigned int mapping);
+    static QString implementation2String(quint8 implementation);
 };
