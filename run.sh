@@ -12,10 +12,10 @@ fi
 out="$root/build/example-output"
 rm -rf "$out"
 mkdir -p "$out"
-cp "$root"/examples/*.kprj "$out/"
-project="$(ls "$out"/*.kprj | head -n 1)"
+cp "$root"/examples/j1939_example.ktxt "$out/"
+project="$out/j1939_example.ktxt"
 export KESTREL_NONINTERACTIVE=1
 export QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}"
 "$root/build/bin/j1939-kestrel" "$project" -hidden -now -g 2>"$out/run.log" || true
 echo "Generated from $(basename "$project") into $out:"
-find "$out" -maxdepth 1 -type f ! -name '*.kprj' ! -name 'run.log' -newer "$project" -printf '  %f\n' | sort
+find "$out" -maxdepth 1 -type f ! -name "$(basename "$project")" ! -name 'run.log' -printf '  %f\n' | sort

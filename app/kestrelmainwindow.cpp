@@ -6,6 +6,7 @@
 #include "guioutputhandler.h"
 
 #include "appshell/guihelper.h"
+#include "store/projectconverter.h"
 
 #include <QAction>
 #include <QApplication>
@@ -430,7 +431,17 @@ void KestrelMainWindow::runProjectImportStep()
     const QString path = optionValue(QStringLiteral("-j"));
     if (path.isEmpty() || !QFileInfo(path).isFile())
         return;
-    qDebug() << Q_FUNC_INFO << "taking over parameter groups of another project is not available yet";
+    auto other = std::make_unique<ObjectDataBase>();
+    if (other->openDataBase(path)) {
+        const auto lines = projectStore->getLines();
+        for (const quint8 line : lines) {
+            if (line >= 32)
+                continue;
+            projectStore->copyPGNs(*other, line, line, 0, 0x3FFFF, Direction::Receive);
+            projectStore->copyPGNs(*other, line, line, 0, 0x3FFFF, Direction::Transmit);
+        }
+    }
+    runEventLoop(200);
 }
 
 void KestrelMainWindow::runImportFileStep()
@@ -477,7 +488,9 @@ bool KestrelMainWindow::openProject(const QString &path)
     currentLine = 0;
     const QString absolute = QFileInfo(path).absoluteFilePath();
     bool opened = false;
-    if (absolute.endsWith(QLatin1String("kprj"))) {
+    if (absolute.endsWith(QLatin1String("ktxt"))) {
+        opened = projectStore->loadTextDatabase(absolute);
+    } else if (absolute.endsWith(QLatin1String("kprj"))) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
         opened = projectStore->openDataBase(absolute);
         QApplication::restoreOverrideCursor();
@@ -500,6 +513,7 @@ bool KestrelMainWindow::openProject(const QString &path)
     }
 
     const QString application = QCoreApplication::applicationName();
+    ProjectConverter::convert(projectStore, application);
     const QStringList version = projectStore->getMiscSetting(QStringLiteral("SaveToolVersion")).split('.');
     if (!Edition::isEnergyBusWizard(application) && version.first() == QLatin1String("3")) {
         const int minor = version.value(1).toInt();

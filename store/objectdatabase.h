@@ -13,6 +13,7 @@
 #include <QSqlDatabase>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QSqlQuery;
@@ -78,6 +79,7 @@ public:
     bool createNewDataBase();
     bool openDataBase(const QString &path);
     bool saveDatabase(const QString &path = QString());
+    bool loadTextDatabase(const QString &path);
     void closeDatabase();
     QString computeFileHash();
     void verifyFileHash();
@@ -95,6 +97,13 @@ public:
     bool isBlocked() const { return updatesBlocked; }
     void setWriteBlock(bool block);
     void setWriteNotification(bool notify) { notifyWrites = notify; }
+
+    // Column-by-name writers of the text project form; the index and sub-index are the text of its groups.
+    void setNodeSqlValue(quint8 line, const QString &column, const QString &value);
+    void setObjectIndexSqlValue(const QString &table, const QString &index, const QString &column,
+                                const QVariant &value);
+    void setSubindexSqlValue(const QString &table, const QString &index, const QString &subindex,
+                             const QString &column, const QVariant &value);
 
     // Interned texts.
     qint32 getStringId(const QString &text);
@@ -230,6 +239,11 @@ public:
     bool importPGN(ObjectDataBase &from, quint8 fromLine, quint8 toLine, quint32 number, quint8 direction);
     bool importCANID(ObjectDataBase &from, quint8 fromLine, quint8 toLine, quint32 id, quint8 direction);
 
+    // Corrections of parameter groups of older projects, each in one transaction over all lines.
+    void updatePGNMappingCounts();
+    void mergeDataPageIntoPGNs();
+    void markSafePGNs();
+
 signals:
     void updateNotify(ObjectDataBase::ChangeSet modification);
     void wrongTool();
@@ -255,17 +269,21 @@ private:
     void updateMappingCounts();
     void cutPerLineLists();
     bool saveDatabaseAsSql(const QString &path);
+    bool saveDatabaseAsText(const QString &path);
     void stampSave();
     int storedDatabaseVersion();
 
     // Helpers of the object operations.
     bool writeMetadata(quint8 line, quint16 index, int subindex, const MetadataMap &metadata);
     MetadataMap readMetadata(const QVariant &value) const;
+    QString sqlTextValue(const QString &column, const QVariant &value, const QStringList &stringColumns);
     bool insertSubIndexRow(quint8 line, quint16 index, quint8 subindex, const SUBINDEX_DATA_T &data);
     SUBINDEX_DATA_T subIndexFromQuery(const QSqlQuery &query, int firstColumn = 0);
     void deleteConnections(quint8 line, quint16 index, int subindex);
     void notify(const ChangeSet &change);
     QList<quint32> numberList(const QString &statement);
+    // Runs the work for every PGN of every line, receive before transmit, in one transaction.
+    void forEachPGN(const std::function<void(quint8 line, quint8 direction, quint32 number)> &work);
 
     // Helpers of the settings tables.
     QString readSetting(const QString &table, const QString &key);

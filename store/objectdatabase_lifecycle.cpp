@@ -3,6 +3,7 @@
 #include "objectdatabase.h"
 #include "projectschema.h"
 #include "settingskeys.h"
+#include "databasetextconverter.h"
 
 #include "busmodel/cohelper.h"
 #include "texttools/filepermissions.h"
@@ -155,6 +156,10 @@ int ObjectDataBase::storedDatabaseVersion()
 bool ObjectDataBase::openDataBase(const QString &path)
 {
     lastErrorText.clear();
+    if (path.endsWith(QLatin1String("ktxt"))) {
+        loadTextDatabase(path);
+        return true;
+    }
     if (path.isEmpty())
         return false;
 
@@ -483,7 +488,10 @@ void ObjectDataBase::cutPerLineLists()
 
 bool ObjectDataBase::saveDatabase(const QString &path)
 {
-    return saveDatabaseAsSql(path);
+    const QString target = path.isEmpty() ? projectPath : path;
+    if (target.endsWith(QLatin1String("ktxt")))
+        return saveDatabaseAsText(target);
+    return saveDatabaseAsSql(target);
 }
 
 void ObjectDataBase::stampSave()
@@ -533,6 +541,35 @@ bool ObjectDataBase::saveDatabaseAsSql(const QString &path)
     }
     projectPath = target;
     return true;
+}
+
+bool ObjectDataBase::saveDatabaseAsText(const QString &path)
+{
+    removeNode(ClipboardLine);
+    removeNode(ScratchLine);
+    stampSave();
+    projectPath = path;
+    DatabaseTextConverter converter;
+    converter.setConnection(database);
+    converter.openForWriting(path);
+    converter.convertSqlToText();
+    return true;
+}
+
+bool ObjectDataBase::loadTextDatabase(const QString &path)
+{
+    projectPath = path;
+    createNewDataBase();
+    DatabaseTextConverter converter;
+    converter.setStore(this);
+    converter.setConnection(database);
+    converter.openForReading(path);
+    const bool read = converter.convertTextToSql();
+    if (read) {
+        verifyFileHash();
+        notify(ChangeSet{ProjectReplaced});
+    }
+    return read;
 }
 
 void ObjectDataBase::closeDatabase()

@@ -302,3 +302,15 @@ bool ObjectDataBase::importCANID(ObjectDataBase &from, quint8 fromLine, quint8 t
     }
     return true;
 }
+
+void ObjectDataBase::setNodeSqlValue(quint8 line, const QString &column, const QString &value)
+{
+    const QString simplified = value.simplified();
+    if (simplified.isEmpty())
+        return;
+    QSqlQuery query(database);
+    const QString statement =
+        QStringLiteral("update Nodes set %1='%2' where nodeId = %3 ").arg(column, escaped(simplified)).arg(line);
+    if (!execQuery(query, statement))
+        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+}

@@ -6,6 +6,7 @@
 #include <QDebug>
 #include <QIODevice>
 #include <QMutexLocker>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -237,7 +238,7 @@ QList<quint16> ObjectDataBase::findIndices(quint8 line, const QString &column, c
     QList<quint16> indices;
     QSqlQuery query(database);
     if (execQuery(query,
-                  QStringLiteral("select objectindex from Objects%0 where %1 = %2").arg(line).arg(column, value))) {
+                  QStringLiteral("select objectindex from Objects%1 where %2 = %3").arg(line).arg(column, value))) {
         while (query.next())
             indices << quint16(query.value(0).toUInt());
     }
@@ -499,7 +500,7 @@ bool ObjectDataBase::setSubIndexDefaultValue(quint8 line, quint16 index, quint8 
         return false;
     QSqlQuery query(database);
     const QString statement =
-        QStringLiteral("update SubObjects%0 set defaultvalue='%1' where objectindex = %2 and subindex = %3")
+        QStringLiteral("update SubObjects%1 set defaultvalue='%2' where objectindex = %3 and subindex = %4")
             .arg(line)
             .arg(escaped(value))
             .arg(index)
@@ -624,4 +625,73 @@ void ObjectDataBase::clearSubCache()
 void ObjectDataBase::clearNameCache()
 {
     nameCache.clear();
+}
+
+QString ObjectDataBase::sqlTextValue(const QString &column, const QVariant &value, const QStringList &stringColumns)
+{
+    const QString simplified = value.toString().simplified();
+    return stringColumns.contains(column) ? QString::number(getStringId(simplified)) : escaped(simplified);
+}
+
+void ObjectDataBase::setObjectIndexSqlValue(const QString &table, const QString &index, const QString &column,
+                                            const QVariant &value)
+{
+    if (!value.isValid())
+        return;
+    static const QStringList stringColumns{QStringLiteral("name"), QStringLiteral("description"),
+                                           QStringLiteral("device_class")};
+    QSqlQuery query(database);
+    if (!execQuery(query, QStringLiteral("select objectindex from %1 where objectindex = %2").arg(table, index)))
+        return;
+    if (!query.next() &&
+        !execQuery(query, QStringLiteral("insert into %1 values(%2,0,0,0,0,0,0,0,0)").arg(table, index))) {
+        qDebug() << Q_FUNC_INFO << query.lastError().text();
+        return;
+    }
+    if (column == QLatin1String("metadata")) {
+        const MetadataMap metadata = readMetadata(QVariant(value.toByteArray()));
+        static const QRegularExpression digits(QStringLiteral("(\\d+)$"));
+        if (!metadata.isEmpty())
+            writeMetadata(quint8(digits.match(table).captured(1).toUInt()), quint16(index.toUInt(nullptr, 0)), -1,
+                          metadata);
+        return;
+    }
+    const QString statement = QStringLiteral("update %1 set %2='%3' where objectindex = %4")
+                                  .arg(table, column, sqlTextValue(column, value, stringColumns), index);
+    if (!execQuery(query, statement))
+        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+}
+
+void ObjectDataBase::setSubindexSqlValue(const QString &table, const QString &index, const QString &subindex,
+                                         const QString &column, const QVariant &value)
+{
+    if (updatesBlocked || !value.isValid())
+        return;
+    if (column != QLatin1String("metadata") && value.toString().simplified().isEmpty())
+        return;
+    static const QStringList stringColumns{QStringLiteral("name"), QStringLiteral("description")};
+    QSqlQuery query(database);
+    if (!execQuery(query, QStringLiteral("select objectindex from %1 where objectindex = %2 and subindex = %3")
+                              .arg(table, index, subindex)))
+        return;
+    if (!query.next() &&
+        !execQuery(query, QStringLiteral("insert into %1 values(%2,%3,NULL,0,0,NULL,NULL,NULL,NULL,NULL,NULL,NULL,"
+                                         "NULL,NULL,NULL,NULL,0,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,NULL,"
+                                         "NULL,NULL,NULL,NULL)")
+                              .arg(table, index, subindex))) {
+        qDebug() << Q_FUNC_INFO << query.lastError().text();
+        return;
+    }
+    if (column == QLatin1String("metadata")) {
+        const MetadataMap metadata = readMetadata(QVariant(value.toByteArray()));
+        static const QRegularExpression digits(QStringLiteral("(\\d+)$"));
+        if (!metadata.isEmpty())
+            writeMetadata(quint8(digits.match(table).captured(1).toUInt()), quint16(index.toUInt(nullptr, 0)),
+                          int(subindex.toUInt(nullptr, 0)), metadata);
+        return;
+    }
+    const QString statement = QStringLiteral("update %1 set %2='%3' where objectindex = %4 and subindex = %5")
+                                  .arg(table, column, sqlTextValue(column, value, stringColumns), index, subindex);
+    if (!execQuery(query, statement))
+        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
 }

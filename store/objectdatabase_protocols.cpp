@@ -647,3 +647,66 @@ int ObjectDataBase::countActiveUDSServices(quint8 line)
         return 0;
     return query.value(0).toInt();
 }
+
+void ObjectDataBase::forEachPGN(const std::function<void(quint8, quint8, quint32)> &work)
+{
+    database.transaction();
+    const auto lines = getLines();
+    for (const quint8 line : lines) {
+        for (const quint8 direction : {Direction::Receive, Direction::Transmit}) {
+            const auto numbers = getPGNs(line, direction);
+            for (const quint32 number : numbers)
+                work(line, direction, number);
+        }
+    }
+    database.commit();
+    clearSPNCache();
+}
+
+void ObjectDataBase::updatePGNMappingCounts()
+{
+    QSqlQuery query(database);
+    forEachPGN([&](quint8 line, quint8 direction, quint32 number) {
+        PGN pgn;
+        const qsizetype count = getSPNs(line, number, direction).size();
+        if (getPGN(line, number, direction, pgn) && pgn.mappingcount != count)
+            execQuery(query, QStringLiteral("update PGNs%1 SET mappingcount = %2 where number = %3 AND direction = %4 ")
+                                 .arg(line)
+                                 .arg(count)
+                                 .arg(number)
+                                 .arg(direction));
+    });
+}
+
+void ObjectDataBase::mergeDataPageIntoPGNs()
+{
+    forEachPGN([&](quint8 line, quint8 direction, quint32 number) {
+        PGN pgn;
+        if (!getPGN(line, number, direction, pgn) || pgn.edp_dp_key == 0)
+            return;
+        const quint32 merged = (quint32(pgn.edp_dp_key) << 16) + number;
+        pgn.number = merged;
+        pgn.edp_dp_key = 0;
+        addPGN(line, merged, pgn);
+        const auto spns = getSPNs(line, number, direction);
+        for (const quint32 spnNumber : spns) {
+            SPN spn;
+            if (!getSPN(line, number, direction, spnNumber, spn))
+                continue;
+            spn.pgnnumber = merged;
+            addSPN(line, merged, direction, spnNumber, spn);
+        }
+        removePGN(line, number, direction);
+    });
+}
+
+void ObjectDataBase::markSafePGNs()
+{
+    forEachPGN([&](quint8 line, quint8 direction, quint32 number) {
+        PGN pgn;
+        if (getPGN(line, number, direction, pgn) && pgn.issafe && pgn.safetytype == 0) {
+            pgn.safetytype = 1;
+            addPGN(line, number, pgn);
+        }
+    });
+}
