@@ -86,7 +86,7 @@ private slots:
     void utf8ArrayStringCompiles()
     {
         QTemporaryDir dir;
-        const QString text = QString::fromUtf8("gr\xc3\xbc\xc3\x9f" "e \xe2\x82\xac" "1 \"q\" a\\b ??=");
+        const QString text = QString::fromUtf8("gr\xc3\xbc\xc3\x9f" "e \xe2\x82\xac" "1 \"q\" a\\b ?\?=");
         QFile source(dir.filePath(QStringLiteral("t.c")));
         QVERIFY(source.open(QIODevice::WriteOnly));
         source.write("#include <string.h>\nstatic const char s[] = " + Helper::UTF8String2ArrayString(text).toUtf8() +
