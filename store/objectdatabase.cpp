@@ -88,6 +88,31 @@ bool ObjectDataBase::executeSql(const QString &statement)
     return true;
 }
 
+bool ObjectDataBase::readPrepared(const QString &statement, const QVariantList &values,
+                                  const std::function<void(const QSqlQuery &row)> &reader)
+{
+    const auto key = qMakePair(QThread::currentThreadId(), statement);
+    auto prepared = preparedQueries.find(key);
+    if (prepared == preparedQueries.end()) {
+        QSqlQuery query(database);
+        query.setForwardOnly(true);
+        if (!query.prepare(statement))
+            return false;
+        prepared = preparedQueries.insert(key, query);
+    }
+    QSqlQuery &query = prepared.value();
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query.bindValue(int(i), values.at(i));
+    const bool ok = execQuery(query, QString());
+    if (ok) {
+        while (query.next())
+            reader(query);
+    }
+    // A statement left open would keep its tables locked against drop and alter.
+    query.finish();
+    return ok;
+}
+
 void ObjectDataBase::setBlockUpdates(bool block)
 {
     updatesBlocked = block;

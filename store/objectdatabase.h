@@ -11,12 +11,12 @@
 #include <QObject>
 #include <QPair>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStringList>
 
 #include <functional>
 #include <memory>
 
-class QSqlQuery;
 
 // The project store: the only code that speaks SQL. One instance works on a private working copy of
 // one project file. The implementation is split by concern: the gate and string interning
@@ -282,6 +282,10 @@ private:
     void deleteConnections(quint8 line, quint16 index, int subindex);
     void notify(const ChangeSet &change);
     QList<quint32> numberList(const QString &statement);
+    // Runs a statement with positional '?' values through a prepared query that is kept per thread,
+    // hands each result row to the reader and releases the statement; false when it fails.
+    bool readPrepared(const QString &statement, const QVariantList &values,
+                      const std::function<void(const QSqlQuery &row)> &reader);
     // Runs the work for every PGN of every line, receive before transmit, in one transaction.
     void forEachPGN(const std::function<void(quint8 line, quint8 direction, quint32 number)> &work);
 
@@ -325,6 +329,7 @@ private:
         quint8 line = 0;
         bool valid = false;
     } spnCache;
+    QHash<QPair<Qt::HANDLE, QString>, QSqlQuery> preparedQueries;
     QHash<qint32, QString> stringsById;
     QHash<QString, qint32> idsByString;
     QMutex metadataMutex;

@@ -578,6 +578,7 @@ void ObjectDataBase::closeDatabase()
     timer.start();
     while (statementsInFlight.loadAcquire() > 0 && timer.elapsed() < 5000)
         QThread::yieldCurrentThread();
+    preparedQueries.clear();
     if (database.isOpen())
         database.close();
 }

@@ -172,30 +172,30 @@ bool ObjectDataBase::removeIndex(quint8 line, quint16 index, bool keepConnection
 
 bool ObjectDataBase::getIndex(quint8 line, quint16 index, INDEX_DATA_T &data)
 {
-    QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select name, datatype, objecttype, description, category, device_class, "
-                                         "fwsupported, metadata from Objects%1 where objectindex = %2")
-                                  .arg(line)
-                                  .arg(index)) ||
-        !query.next())
-        return false;
-    data.name = getString(query.value(0).toInt());
-    data.datatype = quint16(query.value(1).toUInt());
-    data.objecttype = query.value(2).toUInt();
-    data.description = getString(query.value(3).toInt());
-    data.category = quint8(query.value(4).toUInt());
-    data.device_class = getString(query.value(5).toInt());
-    data.fwsupported = query.value(6).toInt() != 0;
-    data.metadata = readMetadata(query.value(7));
-    return true;
+    bool found = false;
+    readPrepared(QStringLiteral("select name, datatype, objecttype, description, category, device_class, "
+                                "fwsupported, metadata from Objects%1 where objectindex = ?")
+                     .arg(line),
+                 {index}, [&](const QSqlQuery &row) {
+                     data.name = getString(row.value(0).toInt());
+                     data.datatype = quint16(row.value(1).toUInt());
+                     data.objecttype = row.value(2).toUInt();
+                     data.description = getString(row.value(3).toInt());
+                     data.category = quint8(row.value(4).toUInt());
+                     data.device_class = getString(row.value(5).toInt());
+                     data.fwsupported = row.value(6).toInt() != 0;
+                     data.metadata = readMetadata(row.value(7));
+                     found = true;
+                 });
+    return found;
 }
 
 bool ObjectDataBase::indexExists(quint8 line, quint16 index)
 {
-    QSqlQuery query(database);
-    return execQuery(query,
-                     QStringLiteral("select objectindex from Objects%1 where objectindex = %2").arg(line).arg(index)) &&
-           query.next();
+    bool found = false;
+    readPrepared(QStringLiteral("select objectindex from Objects%1 where objectindex = ?").arg(line), {index},
+                 [&](const QSqlQuery &) { found = true; });
+    return found;
 }
 
 QList<quint16> ObjectDataBase::getIndices(quint8 line, quint16 from, quint16 to)
@@ -400,40 +400,32 @@ bool ObjectDataBase::getSubIndex(quint8 line, quint16 index, quint8 subindex, SU
             return true;
         }
     }
-    QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select %1 from SubObjects%2 where objectindex = %3 and subindex = %4")
-                              .arg(QLatin1String(subIndexColumns))
-                              .arg(line)
-                              .arg(index)
-                              .arg(subindex)) ||
-        !query.next())
-        return false;
-    data = subIndexFromQuery(query);
-    return true;
+    bool found = false;
+    readPrepared(QStringLiteral("select %1 from SubObjects%2 where objectindex = ? and subindex = ?")
+                     .arg(QLatin1String(subIndexColumns))
+                     .arg(line),
+                 {index, subindex}, [&](const QSqlQuery &row) {
+                     data = subIndexFromQuery(row);
+                     found = true;
+                 });
+    return found;
 }
 
 bool ObjectDataBase::subIndexExists(quint8 line, quint16 index, quint8 subindex)
 {
-    QSqlQuery query(database);
-    return execQuery(query, QStringLiteral("select subindex from SubObjects%1 where objectindex = %2 and subindex = %3")
-                                .arg(line)
-                                .arg(index)
-                                .arg(subindex)) &&
-           query.next();
+    bool found = false;
+    readPrepared(QStringLiteral("select subindex from SubObjects%1 where objectindex = ? and subindex = ?").arg(line),
+                 {index, subindex}, [&](const QSqlQuery &) { found = true; });
+    return found;
 }
 
 QList<quint8> ObjectDataBase::getSubIndices(quint8 line, quint16 index, quint8 from)
 {
     QList<quint8> subIndices;
-    QSqlQuery query(database);
-    if (execQuery(query, QStringLiteral("select subindex from SubObjects%1 where objectindex = %2 and subindex >= %3 "
-                                        "order by subindex")
-                             .arg(line)
-                             .arg(index)
-                             .arg(from))) {
-        while (query.next())
-            subIndices << quint8(query.value(0).toUInt());
-    }
+    readPrepared(QStringLiteral("select subindex from SubObjects%1 where objectindex = ? and subindex >= ? "
+                                "order by subindex")
+                     .arg(line),
+                 {index, from}, [&](const QSqlQuery &row) { subIndices << quint8(row.value(0).toUInt()); });
     return subIndices;
 }
 
