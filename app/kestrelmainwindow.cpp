@@ -4,6 +4,7 @@
 #include "generatorcatalog.h"
 #include "generatoroutputform.h"
 #include "guioutputhandler.h"
+#include "guipostgenprogresshandler.h"
 
 #include "appshell/guihelper.h"
 #include "store/projectconverter.h"
@@ -132,7 +133,8 @@ KestrelMainWindow::KestrelMainWindow(const QStringList &args, QWidget *parent)
     outputHandler = new GUIOutputHandler(this);
     outputHandler->setLoggingForm(outputForm);
     outputHandler->setEchoToStderr(hiddenRun);
-    generatorHandler = new GeneratorMainHandler(outputHandler, generatorCatalog.get(), this);
+    progressHandler = QSharedPointer<GUIPostGenProgressHandler>::create(this);
+    generatorHandler = new GeneratorMainHandler(outputHandler, progressHandler, generatorCatalog.get(), this);
     connect(generatorHandler, &GeneratorMainHandler::finished, this, &KestrelMainWindow::generatorFinished);
     connect(generatorHandler, &GeneratorMainHandler::doneCorrection, this, &KestrelMainWindow::projectCorrectionDone);
 

@@ -12,6 +12,7 @@
 class GeneratorCatalog;
 class GeneratorOutputForm;
 class GUIOutputHandler;
+class GUIPostGenProgressHandler;
 class QAction;
 class QComboBox;
 class QLabel;
@@ -102,6 +103,7 @@ private:
     ObjectDataBase *standardObjectStore = nullptr;
     std::unique_ptr<GeneratorCatalog> generatorCatalog;
     GUIOutputHandler *outputHandler = nullptr;
+    QSharedPointer<GUIPostGenProgressHandler> progressHandler;
     GeneratorMainHandler *generatorHandler = nullptr;
     GeneratorOutputForm *outputForm = nullptr;
     QProgressDialog *waitDialog = nullptr;

@@ -25,6 +25,8 @@ public:
     virtual GeneratorStatus start();
     virtual GeneratorStatus abort();
     virtual QString resultInfo() const { return QString(); }
+    // Whether the project holds anything for this file; a generator without content is not run.
+    virtual bool hasContent() { return true; }
 
     GeneratorStatus setOutputPath(const QString &path);
     GeneratorStatus setDatabase(ObjectDataBase *store);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -43,6 +44,8 @@ struct GeneratorOptions
     QString edsVariant;
     bool fd = false;
     bool classical = false;
+    // The lines of the run, for generators that walk them all.
+    QList<quint8> lines;
 };
 
 // Builds the generators of a run. The driver knows only this interface; the one place that knows every
