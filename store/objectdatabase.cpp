@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -73,6 +74,9 @@ bool ObjectDataBase::execQuery(QSqlQuery &query, const QString &statement)
 bool ObjectDataBase::executeSql(const QString &statement)
 {
     sqlResults.clear();
+    // Reading the rows steps the statement too, so close must wait for the whole read.
+    statementsInFlight.ref();
+    const auto leave = qScopeGuard([this] { statementsInFlight.deref(); });
     QSqlQuery query(database);
     if (!execQuery(query, statement)) {
         sqlResults << query.lastError().text();
@@ -100,6 +104,8 @@ bool ObjectDataBase::readPrepared(const QString &statement, const QVariantList &
             return false;
         prepared = preparedQueries.insert(key, query);
     }
+    statementsInFlight.ref();
+    const auto leave = qScopeGuard([this] { statementsInFlight.deref(); });
     QSqlQuery &query = prepared.value();
     for (qsizetype i = 0; i < values.size(); ++i)
         query.bindValue(int(i), values.at(i));

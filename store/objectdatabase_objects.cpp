@@ -283,7 +283,7 @@ bool ObjectDataBase::insertSubIndexRow(quint8 line, quint16 index, quint8 subind
         '\'' + escaped(data.varname) + '\'',
         QString::number(description),
         QString::number(data.category),
-        QString::number(flag(data.writedefaulttoeds)),
+        QString::number(data.writedefaulttoeds),
         QString::number(flag(data.cyclicread)),
         QString::number(flag(data.dcfcomponent)),
         QString::number(flag(data.changedbyuser)),
@@ -378,7 +378,7 @@ SUBINDEX_DATA_T ObjectDataBase::subIndexFromQuery(const QSqlQuery &query, int fi
     data.description = interned();
     data.varname = text();
     data.category = quint8(number());
-    data.writedefaulttoeds = boolean();
+    data.writedefaulttoeds = quint8(number());
     data.changedbyuser = boolean();
     data.wizardsource = quint16(number());
     data.sharedlines = boolean();
@@ -500,6 +500,12 @@ bool ObjectDataBase::setSubIndexDefaultValue(quint8 line, quint16 index, quint8 
     if (!execQuery(query, statement)) {
         qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
         return false;
+    }
+    const auto cachedLine = subCache.find(line);
+    if (cachedLine != subCache.end()) {
+        const auto cached = cachedLine->find(subKey(index, subindex));
+        if (cached != cachedLine->end())
+            cached->defaultvalue = value;
     }
     return true;
 }

@@ -77,7 +77,8 @@ struct SUBINDEX_DATA_T
     QString description;
     QString varname;
     quint8 category = 0;
-    bool writedefaulttoeds = false;
+    // 0 no, 1 as the default value says (with defaultineds), 2 always.
+    quint8 writedefaulttoeds = 0;
     bool changedbyuser = false;
     quint16 wizardsource = 0;
     bool sharedlines = false;

@@ -38,7 +38,7 @@ private slots:
             {GeneratorKind::Sdm, "safety data", "gen_sdg.c", ""},
             {GeneratorKind::Eds, "EDS", "EDS file", "P.eds"},
             {GeneratorKind::Dbc, "J1939 DBC", "DBC File", "P.dbc"},
-            {GeneratorKind::RawCanDbc, "raw CAN DBC", ".dbc", "P.dbc"},
+            {GeneratorKind::RawCanDbc, "raw CAN DBC", "P.dbc", "P.dbc"},
             {GeneratorKind::Html, "HTML", "HTML documentation", "P.html"},
             {GeneratorKind::J1939Html, "J1939 HTML", "HTML documentation", "P.html"},
             {GeneratorKind::TextDoc, "text", "textual documentation", "P_doc.txt"},

@@ -2,7 +2,6 @@
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
@@ -211,15 +210,16 @@ private slots:
         ObjectDataBase &store = project.store();
         bool ok = false;
         QStringList results;
+        QAtomicInt started;
         QThread *worker = QThread::create([&] {
+            started.storeRelease(1);
             ok = store.executeSql(QStringLiteral("with recursive c(x) as (select 1 union all select x + 1 from c "
                                                  "where x < 3000000) select count(*) from c"));
             results = store.getSqlResults();
         });
         worker->start();
-        QTest::qWait(30);
-        QElapsedTimer timer;
-        timer.start();
+        QTRY_VERIFY(started.loadAcquire() == 1);
+        QTest::qWait(50);
         store.closeDatabase();
         QVERIFY(worker->wait(10000));
         delete worker;

@@ -3,6 +3,7 @@
 #include <QAtomicInt>
 #include <QFile>
 #include <QProcess>
+#include <QSettings>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -104,6 +105,19 @@ RunResult runProgram(const QString &name, const QStringList &arguments, const QS
     result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     result.standardError = process.readAllStandardError();
     return result;
+}
+
+bool allowFailingModelCheck()
+{
+    const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/vorlan/");
+    for (const char *edition : {"J1939 Kestrel", "CANopen Kestrel", "CAN Kestrel", "EnergyBus Kestrel Wizard"}) {
+        QSettings settings(folder + QLatin1String(edition) + QStringLiteral(" 4.3.2.conf"), QSettings::IniFormat);
+        settings.setValue(QStringLiteral("General/disablecheck"), true);
+        settings.sync();
+        if (settings.status() != QSettings::NoError)
+            return false;
+    }
+    return true;
 }
 
 QByteArray readFile(const QString &path)

@@ -27,6 +27,10 @@ struct RunResult
 RunResult runProgram(const QString &name, const QStringList &arguments, const QString &workingDirectory,
                      int timeoutMs = 60000);
 
+// Lets the built editions generate although the model check fails, as the user setting
+// "Disable pre-generation check" does; for runs about other steps than the check.
+bool allowFailingModelCheck();
+
 // Reads a whole file; empty when it cannot be read.
 QByteArray readFile(const QString &path);
 bool writeFile(const QString &path, const QByteArray &content);
