@@ -1,13 +1,55 @@
 #include "generatorcatalog.h"
 
+#include "generators/documents/dbcgenerator.h"
+#include "generators/documents/htmlgenerator.h"
+#include "generators/documents/j1939htmlgenerator.h"
+#include "generators/documents/j1939textdocgenerator.h"
+#include "generators/documents/rawcandbcgenerator.h"
+#include "generators/documents/rawcantextdocgenerator.h"
+#include "generators/documents/textdocgenerator.h"
+#include "generators/source/codefinegenerator.h"
 #include "generators/source/gendefinegenerator.h"
+#include "generators/source/extdeclgenerator.h"
+#include "generators/source/extdeclgeneratorv4.h"
+#include "generators/source/indicationgenerator.h"
+#include "generators/source/indicationgeneratorv4.h"
+#include "generators/source/indicesgenerator.h"
 
 std::unique_ptr<AbstractGenerator> GeneratorCatalog::create(GeneratorKind kind, const GeneratorOptions &options) const
 {
     Q_UNUSED(options)
     switch (kind) {
     case GeneratorKind::Define:
-        return std::make_unique<GenDefineGenerator>();
+        if (options.currentFamily)
+            return std::make_unique<GenDefineGenerator>();
+        return std::make_unique<CoDefineGenerator>();
+    case GeneratorKind::Indices: {
+        auto indices = std::make_unique<IndicesGenerator>();
+        indices->setLines(options.lines);
+        return indices;
+    }
+    case GeneratorKind::ExtDecl:
+        if (options.currentFamily)
+            return std::make_unique<ExtDeclGeneratorV4>();
+        return std::make_unique<ExtDeclGenerator>();
+    case GeneratorKind::Indication:
+        if (options.currentFamily)
+            return std::make_unique<indicationgeneratorv4>();
+        return std::make_unique<indicationgenerator>();
+    case GeneratorKind::Dbc:
+        return std::make_unique<DBCGenerator>();
+    case GeneratorKind::RawCanDbc:
+        return std::make_unique<RawCANDBCGenerator>();
+    case GeneratorKind::Html:
+        return std::make_unique<HTMLGenerator>();
+    case GeneratorKind::J1939Html:
+        return std::make_unique<J1939HTMLGenerator>();
+    case GeneratorKind::TextDoc:
+        return std::make_unique<TextDocGenerator>();
+    case GeneratorKind::J1939TextDoc:
+        return std::make_unique<J1939TextDocGenerator>();
+    case GeneratorKind::RawCanTextDoc:
+        return std::make_unique<RawCANTextDocGenerator>();
     default:
         return nullptr;
     }

@@ -138,6 +138,12 @@ void AbstractGenerator::doJob()
     }
     running = false;
     file.close();
+    finishJob();
+}
+
+void AbstractGenerator::finishJob()
+{
+    running = false;
     if (workerThread) {
         // Back to the driver's thread, so that the driver can delete the generator and its thread.
         moveToThread(homeThread);

@@ -62,6 +62,8 @@ protected:
     virtual void writeContent(QTextStream &out) = 0;
 
     void setGeneratorActive(bool active);
+    // The end of every run: the thread quits, the store is free again, and progress 100 tells the driver.
+    void finishJob();
     void fail(const QString &message);
     bool multiLineForm() const { return multiLine || forcedMultiLine; }
     QString filePath(const QString &pattern) const;

@@ -6,7 +6,7 @@ packages=(
   cmake ninja-build ccache g++ pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6svg6
   libgl-dev libquazip1-qt6-dev zlib1g-dev
-  sqlite3 python3 libxml2-utils
+  sqlite3 python3 libxml2-utils python3-canmatrix
 )
 
 missing=()
