@@ -1,9 +1,12 @@
 #pragma once
 
 #include "generation/abstractgenerator.h"
+#include "generators/source/definestate.h"
 
-// What both configuration header generators share: the file, the user section that survives
-// regeneration, and the include guard's end.
+class DefineFamily;
+
+// gen_define.h, the header that configures the protocol stack at compile time. Both generator
+// families write the same blocks in the same order; what differs is the family's table.
 class DefineGeneratorBase : public AbstractGenerator
 {
     Q_OBJECT
@@ -18,8 +21,15 @@ public:
 
 protected:
     void prepare() override;
-    void writeTail(QTextStream &out) const;
+    void writeContent(QTextStream &out) override;
+    virtual const DefineFamily &family() const = 0;
 
 private:
+    QString headDate() const;
+    void readDevice();
+    // The generation counter of the old file; 0 without file or counter.
+    static qint32 readGenerationCount(const QString &path);
+
     QString userSectionText;
+    DefineState state;
 };

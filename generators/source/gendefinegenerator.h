@@ -11,9 +11,5 @@ public:
     using DefineGeneratorBase::DefineGeneratorBase;
 
 protected:
-    void writeContent(QTextStream &out) override;
-
-private:
-    void writeToolBlock(QTextStream &out) const;
-    void writeVersionBlock(QTextStream &out);
+    const DefineFamily &family() const override;
 };
