@@ -328,9 +328,14 @@ QString CommonGeneratorHelperBase::serviceRows(quint8 line, bool security) const
             text += indent + QStringLiteral("\t{ ") + hexByte(quint32(sid)) + QStringLiteral(", 0u,\n") +
                     sessionsPart;
     }
-    // The last row loses its comma and line end.
-    text.chop(2);
     return text;
+}
+
+QString CommonGeneratorHelperBase::closeTable(QString text) const
+{
+    // The last row loses its comma and line end; a table without rows loses the end of its head.
+    text.chop(2);
+    return text + QLatin1Char('\n') + QLatin1String(dialect.declarationIndent) + QStringLiteral("};\n\n");
 }
 
 QString CommonGeneratorHelperBase::udsSessionTable(quint8 line) const
@@ -340,8 +345,8 @@ QString CommonGeneratorHelperBase::udsSessionTable(quint8 line) const
     if (dialect.tableComments)
         text += QStringLiteral("/* UDS Service in Sessions table (line %1) */\n").arg(line);
     text += indent + QStringLiteral("static UDS_REQ_SESSION_TYPE_TABLE_T\t") + sessionTableName(line) +
-            QStringLiteral("[] = {\n");
-    return text + serviceRows(line, false) + QLatin1Char('\n') + indent + QStringLiteral("};\n\n");
+            QStringLiteral("[] = {\n") + serviceRows(line, false);
+    return closeTable(text);
 }
 
 QString CommonGeneratorHelperBase::udsSecurityTable(quint8 line) const
@@ -353,8 +358,8 @@ QString CommonGeneratorHelperBase::udsSecurityTable(quint8 line) const
     if (dialect.tableComments)
         text += QStringLiteral("/* UDS Service in security level table (line %1) */\n").arg(line);
     text += indent + QStringLiteral("static UDS_SECURITY_LEVEL_TABLE_T\t") + securityTableName(line) +
-            QStringLiteral("[] = {\n");
-    return text + serviceRows(line, true) + QLatin1Char('\n') + indent + QStringLiteral("};\n\n");
+            QStringLiteral("[] = {\n") + serviceRows(line, true);
+    return closeTable(text);
 }
 
 QString CommonGeneratorHelperBase::sessionText(quint32 session)
@@ -415,8 +420,7 @@ QString CommonGeneratorHelperBase::authenticationTable(quint8 line) const
     text += QStringLiteral("static UDS_AUTHENT_TABLE_T\tauthenticationTable_%1[] = {\n").arg(line);
     for (const quint8 sid : services)
         text += QStringLiteral("\t{ ") + hexByte(sid) + QStringLiteral(" },\n");
-    text.chop(2);
-    return text + QStringLiteral("\n};\n\n");
+    return closeTable(text);
 }
 
 QString CommonGeneratorHelperBase::udsCommonInit() const

@@ -88,8 +88,9 @@ private:
     int udsVersion() const;
     int sessionRowCount(quint8 line) const;
     QString lineStructure(quint8 line, int version, const QList<QStringList> &lists) const;
-    // The service rows of a session or security table, one block per service; empty when no service has rows.
+    // The service rows of a session or security table, one block per service, every row with its comma.
     QString serviceRows(quint8 line, bool security) const;
+    QString closeTable(QString text) const;
 
     const CommonHelperDialect &dialect;
     QMap<quint8, QString> serviceNames;

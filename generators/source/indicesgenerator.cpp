@@ -157,11 +157,12 @@ QString IndicesGenerator::numbered(const QString &name)
     return name + QString::number(++count.value());
 }
 
-QString IndicesGenerator::withIdSuffix(const QString &name, quint32 id)
+QString IndicesGenerator::withIdSuffix(const QString &name, quint32 id, bool claim)
 {
     const auto count = nameCounts.find(name);
     if (count == nameCounts.end()) {
-        nameCounts.insert(name, 0);
+        if (claim)
+            nameCounts.insert(name, 0);
         return name;
     }
     ++count.value();
@@ -249,7 +250,7 @@ void IndicesGenerator::writeCanIds(QTextStream &out, quint8 canLine, quint8 dire
         const QString name =
             withIdSuffix(defineName(QStringLiteral("ID_"),
                                     Helper::substituteVariables(canId.name, quint16(id), 0, canLine)),
-                         id);
+                         id, true);
         out << "#define " << prefix << padded(name) << "\t" << position + 1 << "u\n";
         out << "#define " << prefix << padded(QStringLiteral("ID_") + hex4(id)) << "\t" << position + 1
             << "u\n";
@@ -258,7 +259,7 @@ void IndicesGenerator::writeCanIds(QTextStream &out, quint8 canLine, quint8 dire
             const QString elementName =
                 withIdSuffix(defineName(QStringLiteral("S_"),
                                         database->getDataElementName(canLine, id, direction, element)),
-                             id);
+                             id, false);
             out << "#define " << prefix << padded(elementName) << "\t" << element + 1 << "u\n";
         }
         out << "\n";

@@ -38,8 +38,9 @@ private:
     QString linePrefix(quint8 canLine) const;
     // A name already used on this line gets the next number of its counter behind it.
     QString numbered(const QString &name);
-    // A name already used on this line gets the CAN-ID behind it.
-    QString withIdSuffix(const QString &name, quint32 id);
+    // A name already used on this line gets the CAN-ID behind it. Only a claiming name is taken for the
+    // line: data elements share their names, they never make a later name unique.
+    QString withIdSuffix(const QString &name, quint32 id, bool claim);
 
     QList<quint8> lines;
     QHash<QString, int> nameCounts;

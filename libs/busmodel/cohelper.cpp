@@ -72,8 +72,8 @@ constexpr DataTypeInfo dataTypes[] = {
     {117, "UNSIGNED19", "u19", 19, Range::Unsigned},
     {118, "UNSIGNED18", "u18", 18, Range::Unsigned},
     {119, "UNSIGNED21", "u21", 21, Range::Unsigned},
-    {120, "STRING_NULL_TERMINATED", "sn", 0, Range::None},
-    {121, "STRING_ASTERISK_TERMINATED", "sa", 0, Range::None},
+    {120, "VIS_STRING_NULL", "sn", 0, Range::None},
+    {121, "VIS_STRING_ASTERIKS", "sa", 0, Range::None},
     {124, "UTF8_STRING", "utf8", 0, Range::None},
     {129, "UNSIGNED29", "u29", 29, Range::Unsigned},
 };

@@ -389,6 +389,49 @@ private slots:
                                 "\t};\n\n"));
     }
 
+    // A service outside the range of the tables is counted as active, yet has no row: the table then
+    // loses the end of its head like a table loses the comma of its last row.
+    void sessionTableWithoutRows()
+    {
+        ProjectBuilder project;
+        buildProject(project, {4}, {QStringLiteral("udsserver_supported=1")});
+        setServices(project.store(), 0, {{0x05, "1"}});
+        QCOMPARE(CommonGeneratorHelperV4(&project.store()).udsSessionTable(0),
+                 QStringLiteral("/* UDS Service in Sessions table (line 0) */\n"
+                                "static UDS_REQ_SESSION_TYPE_TABLE_T\tsessionTbl_0[] = \n"
+                                "};\n\n"));
+        QCOMPARE(CommonGeneratorHelper(&project.store()).udsSessionTable(0),
+                 QStringLiteral("\tstatic UDS_REQ_SESSION_TYPE_TABLE_T\tsessionTbl_0[] = \n"
+                                "\t};\n\n"));
+    }
+
+    // Lines 0 and 2: the lists are padded to two entries, so line 2 lies beyond every list.
+    void lineBeyondItsLists()
+    {
+        ProjectBuilder project;
+        project.line(0, 4).line(2, 4);
+        buildProject(project, {},
+                     {QStringLiteral("udsserver_supported=1"), QStringLiteral("udsserver_version=4"),
+                      QStringLiteral("uds_physical_request_id=0x7e0,0x7e1"),
+                      QStringLiteral("uds_physical_response_id=0x7e8"),
+                      QStringLiteral("uds_functional_request_id=0x7df,0x7de,0x7dd"),
+                      QStringLiteral("uds_ext_addressing=2,1"),
+                      QStringLiteral("uds_rdbip_canid=0x600,0x601")});
+        setServices(project.store(), 0, {});
+        setServices(project.store(), 2, {});
+        const QString text = CommonGeneratorHelperV4(&project.store()).udsDeclarations();
+        QVERIFY2(text.endsWith(QStringLiteral("/* UDS CAN-IDs for line 2 */\n"
+                                              "CORE_CONST UDS_CONFIG_INIT_VAL_T\tudsLine2 = {\n"
+                                              "\t2016u,\n\t2024u,\n\t2024u,\n\t2016u,\n\t2013u,\n\t2024u,\n"
+                                              "\t1073741823u,\n"
+                                              "\t0u,\n\t0u,\n\t0u,\n\t0u,\n"
+                                              "\tISOTP_FORMAT_EXTENDED,\n"
+                                              "\tNULL,\n\t0,\n\tNULL,\n\t0,\n"
+                                              "\tCO_FALSE,\n"
+                                              "};\n\n")),
+                 qPrintable(text));
+    }
+
     void lineStructureByVersion_data()
     {
         QTest::addColumn<QString>("version");

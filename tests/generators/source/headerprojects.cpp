@@ -26,8 +26,9 @@ void var(ProjectBuilder &project, quint8 line, quint16 index, const QString &nam
     project.var(line, index, name, 7, QStringLiteral("ro"), QStringLiteral("0"));
 }
 
-void spn(ProjectBuilder &project, quint32 pgn, quint8 direction, quint32 number, const QString &name,
-         quint16 dataType, quint8 pos, quint8 implementation, const QString &varName, quint16 bitSize = 8)
+void spn(ProjectBuilder &project, quint8 line, quint32 pgn, quint8 direction, quint32 number,
+         const QString &name, quint16 dataType, quint8 pos, quint8 implementation, const QString &varName,
+         quint16 bitSize = 8)
 {
     SPN data;
     data.pgnnumber = pgn;
@@ -39,7 +40,7 @@ void spn(ProjectBuilder &project, quint32 pgn, quint8 direction, quint32 number,
     data.implementation = implementation;
     data.varname = varName;
     data.bitsize = bitSize;
-    project.spn(0, data);
+    project.spn(line, data);
 }
 
 void element(ProjectBuilder &project, quint8 line, quint32 id, quint8 direction, quint32 number,
@@ -109,19 +110,19 @@ void j1939Single(ProjectBuilder &project)
 {
     project.line(0, 2);
     project.pgn(0, 65259, Direction::Receive, QStringLiteral("Component Identification"));
-    spn(project, 65259, Direction::Receive, 586, QStringLiteral("Make"), 10, 0, 2, QStringLiteral("make"),
+    spn(project, 0, 65259, Direction::Receive, 586, QStringLiteral("Make"), 10, 0, 2, QStringLiteral("make"),
         40);
     project.pgn(0, 65262, Direction::Receive, QStringLiteral("Engine Temperature 1"));
-    spn(project, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
+    spn(project, 0, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
         QStringLiteral("coolantTemp"));
-    spn(project, 65262, Direction::Receive, 175, QStringLiteral("Engine Oil Temperature 1"), 6, 1, 0,
+    spn(project, 0, 65262, Direction::Receive, 175, QStringLiteral("Engine Oil Temperature 1"), 6, 1, 0,
         QString(), 16);
-    spn(project, 65262, Direction::Receive, 52, QStringLiteral("Engine Intercooler Temperature"), 5, 2, 2,
+    spn(project, 0, 65262, Direction::Receive, 52, QStringLiteral("Engine Intercooler Temperature"), 5, 2, 2,
         QStringLiteral("app.intercooler"));
     project.pgn(0, 61444, Direction::Transmit, QStringLiteral("Electronic Engine Controller 1"));
-    spn(project, 61444, Direction::Transmit, 190, QStringLiteral("Engine Speed"), 6, 0, 2,
+    spn(project, 0, 61444, Direction::Transmit, 190, QStringLiteral("Engine Speed"), 6, 0, 2,
         QStringLiteral("engineSpeed"), 16);
-    spn(project, 61444, Direction::Transmit, 899, QStringLiteral("Engine Torque Mode"), 102, 1, 2,
+    spn(project, 0, 61444, Direction::Transmit, 899, QStringLiteral("Engine Torque Mode"), 102, 1, 2,
         QStringLiteral("torqueMode"), 4);
     PGN dm1;
     dm1.number = 65226;
@@ -130,8 +131,8 @@ void j1939Single(ProjectBuilder &project)
     dm1.priority = 6;
     dm1.issafe = true;
     project.pgn(0, dm1);
-    spn(project, 65226, Direction::Transmit, 1213, QStringLiteral("Malfunction Indicator Lamp Status"), 100,
-        0, 2, QStringLiteral("milStatus"), 2);
+    spn(project, 0, 65226, Direction::Transmit, 1213, QStringLiteral("Malfunction Indicator Lamp Status"),
+        100, 0, 2, QStringLiteral("milStatus"), 2);
 }
 
 // One raw CAN line with an extended identifier.
@@ -159,7 +160,7 @@ void mixedMulti(ProjectBuilder &project)
     project.line(0, 5).line(1, 6);
     var(project, 0, 0x1000, QStringLiteral("Device Type"));
     project.pgn(0, 65262, Direction::Receive, QStringLiteral("Engine Temperature 1"));
-    spn(project, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
+    spn(project, 0, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
         QStringLiteral("coolantTemp"));
     var(project, 1, 0x1000, QStringLiteral("Device Type"));
     project.canId(1, 0x181, Direction::Transmit, QStringLiteral("Status"));
@@ -208,16 +209,50 @@ void collisionsJ1939(ProjectBuilder &project)
 {
     project.line(0, 2);
     project.pgn(0, 65262, Direction::Receive, QStringLiteral("Engine Temp"));
-    spn(project, 65262, Direction::Receive, 110, QStringLiteral("Coolant Temp"), 5, 0, 2,
+    spn(project, 0, 65262, Direction::Receive, 110, QStringLiteral("Coolant Temp"), 5, 0, 2,
         QStringLiteral("coolant"));
-    spn(project, 65262, Direction::Receive, 175, QStringLiteral("Coolant-Temp"), 5, 1, 2,
+    spn(project, 0, 65262, Direction::Receive, 175, QStringLiteral("Coolant-Temp"), 5, 1, 2,
         QStringLiteral("coolantB"));
     project.pgn(0, 65262, Direction::Transmit, QStringLiteral("Engine Temp"));
-    spn(project, 65262, Direction::Transmit, 110, QStringLiteral("Coolant Temp"), 5, 0, 2,
+    spn(project, 0, 65262, Direction::Transmit, 110, QStringLiteral("Coolant Temp"), 5, 0, 2,
         QStringLiteral("coolant"));
     project.pgn(0, 61444, Direction::Transmit, QStringLiteral("Engine.Temp"));
-    spn(project, 61444, Direction::Transmit, 190, QStringLiteral("Speed"), 6, 0, 2, QStringLiteral("speed"),
-        16);
+    spn(project, 0, 61444, Direction::Transmit, 190, QStringLiteral("Speed"), 6, 0, 2,
+        QStringLiteral("speed"), 16);
+}
+
+// J1939 on line 0, raw CAN on line 1, both on line 2: the per-line prefixes of every kind of define,
+// data elements that share a name, and variables that two lines share.
+void protocolsMulti(ProjectBuilder &project)
+{
+    project.line(0, 2).line(1, 4).line(2, 7);
+    project.pgn(0, 65262, Direction::Receive, QStringLiteral("Engine Temperature 1"));
+    spn(project, 0, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
+        QStringLiteral("coolantTemp"));
+    project.pgn(0, 61444, Direction::Transmit, QStringLiteral("EEC1"));
+    spn(project, 0, 61444, Direction::Transmit, 190, QStringLiteral("Engine Speed"), 6, 0, 2,
+        QStringLiteral("engineSpeed"), 16);
+
+    project.canId(1, 0x100, Direction::Receive, QStringLiteral("Status"));
+    element(project, 1, 0x100, Direction::Receive, 0, QStringLiteral("Value"), 5, 2,
+            QStringLiteral("statusValue"));
+    project.canId(1, 0x101, Direction::Receive, QStringLiteral("Status"));
+    element(project, 1, 0x101, Direction::Receive, 0, QStringLiteral("Value"), 5, 2,
+            QStringLiteral("statusValue2"));
+    project.canId(1, 0x200, Direction::Transmit, QStringLiteral("Command"));
+    element(project, 1, 0x200, Direction::Transmit, 0, QStringLiteral("Engine Speed"), 6, 2,
+            QStringLiteral("engineSpeed"));
+    element(project, 1, 0x200, Direction::Transmit, 1, QStringLiteral("Mode"), 105, 2,
+            QStringLiteral("mode"));
+
+    project.pgn(2, 65262, Direction::Receive, QStringLiteral("Engine Temperature 1"));
+    spn(project, 2, 65262, Direction::Receive, 110, QStringLiteral("Engine Coolant Temperature"), 5, 0, 2,
+        QStringLiteral("coolantTemp"));
+    spn(project, 2, 65262, Direction::Receive, 175, QStringLiteral("Engine Oil Temperature"), 6, 1, 2,
+        QStringLiteral("oilTemp"), 16);
+    project.canId(2, 0x100, Direction::Receive, QStringLiteral("Status"));
+    element(project, 2, 0x100, Direction::Receive, 0, QStringLiteral("Temperature"), 2, 2,
+            QStringLiteral("temperature"));
 }
 
 } // namespace
@@ -232,6 +267,7 @@ const QList<Project> &projects()
         {"mixed_multi", mixedMulti, true, true},
         {"collisions_canopen", collisionsCanopen, true, true},
         {"collisions_j1939", collisionsJ1939, true, false},
+        {"protocols_multi", protocolsMulti, true, false},
     };
     return list;
 }
@@ -274,6 +310,13 @@ bool run(AbstractGenerator &generator, ObjectDataBase &store, const QString &out
 QString readGenerated(const QString &path)
 {
     return TestProjects::maskDate(QString::fromUtf8(TestProjects::readFile(path)));
+}
+
+QString readExpected(const QString &path, const QString &actual)
+{
+    if (qEnvironmentVariableIsSet("KESTREL_UPDATE_GOLDEN"))
+        TestProjects::writeFile(path, actual.toUtf8());
+    return QString::fromUtf8(TestProjects::readFile(path));
 }
 
 } // namespace HeaderProjects

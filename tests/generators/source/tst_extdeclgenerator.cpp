@@ -84,6 +84,7 @@ private slots:
         }
         QTest::newRow("j1939_single, older family") << QStringLiteral("j1939_single") << false;
         QTest::newRow("rawcan_single, older family") << QStringLiteral("rawcan_single") << false;
+        QTest::newRow("protocols_multi, older family") << QStringLiteral("protocols_multi") << false;
     }
 
     void golden()
@@ -95,9 +96,9 @@ private slots:
         const Output output = generate(builder, currentFamily, project);
         const QString folder = HeaderProjects::goldenFolder(project) + (currentFamily ? "/" : "/older_");
         const QString header =
-            QString::fromUtf8(TestProjects::readFile(folder + QStringLiteral("gen_extern_decl.h")));
+            HeaderProjects::readExpected(folder + QStringLiteral("gen_extern_decl.h"), output.header);
         const QString definitions =
-            QString::fromUtf8(TestProjects::readFile(folder + QStringLiteral("gen_var_decl.c")));
+            HeaderProjects::readExpected(folder + QStringLiteral("gen_var_decl.c"), output.definitions);
         QVERIFY(!header.isEmpty() && !definitions.isEmpty());
         QCOMPARE(output.header.split('\n'), header.split('\n'));
         QCOMPARE(output.definitions.split('\n'), definitions.split('\n'));
@@ -135,6 +136,12 @@ private slots:
         QTest::newRow("array element declares the array with empty brackets")
             << quint16(5) << quint16(8) << QStringLiteral("buffer[3]") << line("UNSIGNED8\tbuffer[];")
             << line("UNSIGNED8\tbuffer[];");
+        QTest::newRow("null-terminated string of 20 bits takes three bytes")
+            << quint16(120) << quint16(20) << QStringLiteral("text") << line("UNSIGNED8\ttext[3];")
+            << line("UNSIGNED8\ttext[3];");
+        QTest::newRow("asterisk-terminated string of 8 bits takes one byte")
+            << quint16(121) << quint16(8) << QStringLiteral("text") << line("UNSIGNED8\ttext[1];")
+            << line("UNSIGNED8\ttext[1];");
         QTest::newRow("member of a structure is not declared")
             << quint16(5) << quint16(8) << QStringLiteral("app.value") << QString() << QString();
         QTest::newRow("pointer is not declared")
