@@ -20,39 +20,45 @@ void DefineHardwareBlock::write()
     context.out.text(QStringLiteral("\n"));
 }
 
-DefineHardwareBlock::Target DefineHardwareBlock::target(qint64 number) const
+DefineHardwareBlock::Target DefineHardwareBlock::singleTarget() const
 {
     const DefineProject &project = context.project;
     Target target;
-    target.name = project.general(QStringLiteral("targetsettings_%1_name").arg(number));
-    if (number == 0) {
-        target.id = project.general(QStringLiteral("target_id")).trimmed();
-        target.timer = project.general(QStringLiteral("co_timer_interval"));
-        target.bigEndian = project.generalIsOne(QStringLiteral("endian"));
-        target.filter = project.generalIsOne(QStringLiteral("drv_filter"));
-        target.groupFilter = project.generalIsOne(QStringLiteral("drv_group_filter"));
-        target.defines = project.general(QStringLiteral("hw_defines"));
-    } else {
-        auto key = [&](const char *setting) {
-            return QStringLiteral("targetsettings_%1_%2").arg(number).arg(QLatin1String(setting));
-        };
-        target.id = project.general(key("targetid")).trimmed();
-        target.timer = project.general(key("timer"));
-        target.bigEndian = project.generalIsOne(key("endianess"));
-        target.filter = project.generalIsOne(key("fullcan"));
-        target.groupFilter = project.generalIsOne(key("groupfilter"));
-        target.defines = project.general(key("defines"));
-    }
+    target.name = project.general(QStringLiteral("targetsettings_0_name"));
+    target.id = project.general(QStringLiteral("target_id")).trimmed();
+    if (target.id.isEmpty())
+        target.id = QStringLiteral("TARGET_0");
+    target.timer = project.general(QStringLiteral("co_timer_interval"));
+    target.bigEndian = project.generalIsOne(QStringLiteral("endian"));
+    target.filter = project.generalIsOne(QStringLiteral("drv_filter"));
+    target.defines = project.general(QStringLiteral("hw_defines"));
+    return target;
+}
+
+DefineHardwareBlock::Target DefineHardwareBlock::numberedTarget(qint64 number) const
+{
+    const DefineProject &project = context.project;
+    auto key = [&](const char *setting) {
+        return QStringLiteral("targetsettings_%1_%2").arg(number).arg(QLatin1String(setting));
+    };
+    Target target;
+    target.name = project.general(key("name"));
+    target.id = project.general(key("targetid")).trimmed();
     if (target.id.isEmpty())
         target.id = QStringLiteral("TARGET_%1").arg(number);
+    target.timer = project.general(key("timer"));
+    target.bigEndian = project.generalIsOne(key("endianess"));
+    target.filter = project.generalIsOne(key("fullcan"));
+    target.groupFilter = project.generalIsOne(key("groupfilter"));
+    target.defines = project.general(key("defines"));
     return target;
 }
 
 void DefineHardwareBlock::writeSingleTarget()
 {
-    const Target only = target(0);
+    const Target only = singleTarget();
     const bool active = context.project.generalNumber(QStringLiteral("targetsettings_active"), true) == 0;
-    writeSection(only, active, only.name + only.id, false);
+    writeSection(only, active, only.name + only.id);
 }
 
 void DefineHardwareBlock::writeTargets()
@@ -61,9 +67,11 @@ void DefineHardwareBlock::writeTargets()
     const qint64 count = project.generalNumber(QStringLiteral("targetsettings_cnt"), true);
     qint64 active = project.generalNumber(QStringLiteral("targetsettings_active"), true);
     if (project.generalNumber(QStringLiteral("all_targets"), true) != 0) {
-        for (qint64 number = 0; number < qMax<qint64>(count, 1); ++number) {
-            const Target each = target(number);
-            writeSection(each, number == active, each.name + ' ' + each.id, true);
+        // The numbered targets; the project's first target keeps its settings in the plain keys
+        // of the single-target form and has no section here.
+        for (qint64 number = 1; number < count; ++number) {
+            const Target each = numberedTarget(number);
+            writeSection(each, number == active, each.name + ' ' + each.id);
         }
         return;
     }
@@ -71,12 +79,11 @@ void DefineHardwareBlock::writeTargets()
     // versions expect.
     if (active < 0 || active >= count)
         active = 0;
-    const Target chosen = target(active);
-    writeSection(chosen, true, chosen.name + ' ' + chosen.id, true);
+    const Target chosen = numberedTarget(active);
+    writeSection(chosen, true, chosen.name + ' ' + chosen.id);
 }
 
-void DefineHardwareBlock::writeSection(const Target &target, bool active, const QString &title,
-                                       bool withGroupFilter)
+void DefineHardwareBlock::writeSection(const Target &target, bool active, const QString &title)
 {
     DefineWriter &out = context.out;
     if (active)
@@ -88,7 +95,7 @@ void DefineHardwareBlock::writeSection(const Target &target, bool active, const 
         out.flag(QStringLiteral("CORE_BIG_ENDIAN"));
     if (target.filter)
         out.flag(QStringLiteral("CORE_DRV_FILTER"));
-    if (withGroupFilter && target.groupFilter)
+    if (target.groupFilter)
         out.flag(QStringLiteral("CORE_DRV_GROUP_FILTER"));
     if (!target.defines.isEmpty())
         out.text(QStringLiteral("\n/* target-specific defines */\n%1\n").arg(target.defines));

@@ -12,7 +12,7 @@ public:
     void write();
 
 private:
-    // The settings of one target; the first target keeps them in the plain keys.
+    // The settings of one target.
     struct Target
     {
         QString id;
@@ -26,8 +26,11 @@ private:
 
     void writeSingleTarget();
     void writeTargets();
-    Target target(qint64 number) const;
-    void writeSection(const Target &target, bool active, const QString &title, bool withGroupFilter);
+    // The one target of the single-target form, from the plain keys.
+    Target singleTarget() const;
+    // A target of several, from its numbered keys.
+    Target numberedTarget(qint64 number) const;
+    void writeSection(const Target &target, bool active, const QString &title);
     // An interval given as a number; with zeroAsWritten a zero keeps the user's text.
     void writeTimer(const QString &macro, const QString &value, bool zeroAsWritten);
 

@@ -55,6 +55,7 @@ void DefineJ1939Block::write()
         writeSingleLineCounts();
         if (safety)
             writeSingleLineSafety();
+        writeSingleLineSdoCounts();
     }
     out.text(QStringLiteral("\n"));
     writeInhibit();
@@ -135,10 +136,8 @@ void DefineJ1939Block::writeSafety()
 
 void DefineJ1939Block::writeSingleLineCounts()
 {
-    const DefineProject &project = context.project;
     DefineWriter &out = context.out;
-    DefineState &state = context.state;
-    const PgnCounts counts = pgnCounts(project.lines().value(0));
+    const PgnCounts counts = pgnCounts(context.project.lines().value(0));
     out.count(QStringLiteral("J1939_RECEIVE_PGN_CFG_CNT"), counts.received);
     out.count(QStringLiteral("J1939_RECEIVE_PGN_CNT"), counts.receiveBuffers);
     out.count(QStringLiteral("J1939_TRANSMIT_PGN_CNT"), counts.transmitted);
@@ -147,6 +146,13 @@ void DefineJ1939Block::writeSingleLineCounts()
     out.count(QStringLiteral("J1939_TRANSMIT_PGN_COUNTS"), counts.transmitted);
     if (counts.multiSource)
         out.flag(QStringLiteral("J1939_MULTI_SRC_ADDR"));
+}
+
+void DefineJ1939Block::writeSingleLineSdoCounts()
+{
+    const DefineProject &project = context.project;
+    DefineWriter &out = context.out;
+    DefineState &state = context.state;
     const bool server = project.j1939Number(QStringLiteral("cia510serversupport")) == 1;
     const bool client = project.j1939Number(QStringLiteral("cia510clientsupport")) == 1;
     out.count(QStringLiteral("J1939_SSDO_COUNTS"), server ? 1 : 0);

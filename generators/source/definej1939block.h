@@ -30,6 +30,7 @@ private:
     void writeSafety();
     void writeSingleLineCounts();
     void writeSingleLineSafety();
+    void writeSingleLineSdoCounts();
     void writeMultiLineCounts();
     void writeMultiLineSafety();
     void writeInhibit();

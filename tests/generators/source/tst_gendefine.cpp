@@ -69,7 +69,8 @@ void twoCanopenLines(ProjectBuilder &p)
     p.var(1, 0x2001, "Mode", 5, "rw", "0");
 }
 
-// A J1939 ECU with diagnostic messages, BAM and CMDT; it transmits the address claim itself.
+// A J1939 ECU with diagnostic messages, BAM and CMDT, a safe parameter group and the CiA 510 SDO
+// server; it transmits the address claim itself.
 void j1939WithDiagnostics(ProjectBuilder &p)
 {
     p.line(0, 2);
@@ -82,11 +83,15 @@ void j1939WithDiagnostics(ProjectBuilder &p)
     p.j1939("diagtoolsupport", "0").j1939("rxindication_cnt", "1").j1939("txindication_cnt", "1");
     p.j1939("requestsupport", "1").j1939("requestindication_cnt", "2").j1939("bamsupport", "1");
     p.j1939("bamcycletime", "50").j1939("cmdtsupport", "1").j1939("cmdtpackets", "3");
+    p.j1939("safetysupport", "1").j1939("sdm_timer_interval", "10").j1939("sdm_rec_addr_cnt", "2");
+    p.j1939("cia510serversupport", "1");
     PGN temperature;
     temperature.number = 65262;
     temperature.direction = Direction::Transmit;
     temperature.name = "Engine Temperature 1";
     temperature.inhibittime_ms = 100;
+    temperature.issafe = true;
+    temperature.safetytype = 1;
     p.pgn(0, temperature);
     p.pgn(0, 60928, Direction::Transmit, "Address Claimed");
     p.pgn(0, 61444, Direction::Receive, "Electronic Engine Controller 1");
@@ -333,6 +338,11 @@ private slots:
                      Continue);
         QCOMPARE(generated.masked.split('\n'), expected.split('\n'));
         QVERIFY2(preprocesses(generated.path), qPrintable(golden));
+
+        // The twin family's file of the same project is valid C as well.
+        QTemporaryDir twinDir;
+        const Generated twin = generate(builder.store(), twinDir.path(), project, !older);
+        QVERIFY2(preprocesses(twin.path), qPrintable(golden));
     }
 
     void everythingAtOnceIsValidC_data()

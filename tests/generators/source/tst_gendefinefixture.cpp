@@ -113,17 +113,25 @@ QString goldenPath(const QString &name)
     return QStringLiteral(KESTREL_DEFINE_GOLDEN_DIR "/") + name;
 }
 
-bool preprocesses(const QString &path)
+QString preprocessorMessages(const QString &path)
 {
     QProcess compiler;
     compiler.start(QStringLiteral("cc"), {QStringLiteral("-E"), QStringLiteral("-Werror"), path,
                                           QStringLiteral("-o"), QStringLiteral("/dev/null")});
     if (!compiler.waitForFinished(60000))
-        return false;
-    const QByteArray messages = compiler.readAllStandardError();
+        return QStringLiteral("cc did not finish");
+    const QString messages = QString::fromLocal8Bit(compiler.readAllStandardError());
+    if (compiler.exitStatus() != QProcess::NormalExit || compiler.exitCode() != 0)
+        return messages.isEmpty() ? QStringLiteral("cc failed") : messages;
+    return messages;
+}
+
+bool preprocesses(const QString &path)
+{
+    const QString messages = preprocessorMessages(path);
     if (!messages.isEmpty())
         qWarning().noquote() << messages;
-    return compiler.exitStatus() == QProcess::NormalExit && compiler.exitCode() == 0 && messages.isEmpty();
+    return messages.isEmpty();
 }
 
 QStringList defineLines(const QString &text)

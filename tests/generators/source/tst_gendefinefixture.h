@@ -45,6 +45,8 @@ Generated generateReopened(ProjectBuilder &builder, const QStringList &statement
                            const QString &project, bool older);
 
 QString goldenPath(const QString &name);
+// What the C preprocessor says about the file with warnings as errors; empty when it takes it.
+QString preprocessorMessages(const QString &path);
 // Whether the C preprocessor takes the file without a warning (a macro defined twice with two values).
 bool preprocesses(const QString &path);
 // The lines of the file that define a macro, without the line feed.

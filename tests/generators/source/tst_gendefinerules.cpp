@@ -20,12 +20,6 @@ void canopenDevice(ProjectBuilder &p, const QString &deviceType = QStringLiteral
     record(p, 0, 0x1200, "Server SDO Parameter", {1, 2});
 }
 
-QString generateText(ProjectBuilder &builder, bool older = false)
-{
-    QTemporaryDir dir;
-    return generate(builder.store(), dir.path(), QStringLiteral("rules"), older).masked;
-}
-
 } // namespace
 
 class TestGenDefineRules : public QObject
@@ -314,6 +308,21 @@ private slots:
                            "#define J1939_SDG_TRANS_CNT\t1u",    "#define J1939_SDG_TRANS_COUNTS\t1u",
                            "#define J1939_SDG_REC_COUNTS\t0u"}
             << QStringList{"#define J1939_SDG_REC_CNT\t"};
+        QTest::newRow("J1939 safety messages on two lines")
+            << Setup([](ProjectBuilder &p) {
+                   p.line(0, 2).line(1, 2).j1939("safetysupport", "1").j1939("sdm_timer_interval", "0");
+                   PGN safe;
+                   safe.number = 65280;
+                   safe.direction = Direction::Transmit;
+                   safe.name = "Safe Output";
+                   safe.issafe = true;
+                   p.pgn(1, safe);
+               })
+            << canopen
+            << QStringList{"#define J1939_SDG_TIMER_INTERVAL\t0",
+                           "#define J1939_TRANSMIT_PGN_COUNTS\t 0u, 1u", "#define J1939_SDG_TRANS_CNT\t1u",
+                           "#define J1939_SDG_TRANS_COUNTS\t 0u, 1u", "#define J1939_SDG_REC_COUNTS\t 0u, 0u"}
+            << QStringList{"#define J1939_SDG_REC_CNT\t", "J1939_SDG_TYPE_"};
         QTest::newRow("raw CAN edition leaves J1939 out") << Setup([](ProjectBuilder &p) {
             p.line(0, 6);
             p.var(0, 0x1000, "Device Type", 7, "ro", "0x0");
@@ -400,27 +409,43 @@ private slots:
 
         QTest::newRow("all targets") << Setup([](ProjectBuilder &p) {
             canopenDevice(p);
-            p.general("targetsettings_cnt", "2")
+            p.general("targetsettings_cnt", "3")
                 .general("all_targets", "1")
                 .general("targetsettings_active", "1");
-            p.general("target_id", "BOARD_A").general("targetsettings_0_name", "Target 1");
-            p.general("co_timer_interval", "1000").general("drv_group_filter", "1");
+            p.general("target_id", "BOARD_A").general("co_timer_interval", "1000");
             p.general("targetsettings_1_name", "Target 2").general("targetsettings_1_targetid", "BOARD_B");
             p.general("targetsettings_1_timer", "0x0").general("targetsettings_1_endianess", "1");
             p.general("targetsettings_1_defines", "#define BOARD_CLOCK 16");
+            p.general("targetsettings_2_name", "Target 3").general("targetsettings_2_timer", "500");
+            p.general("targetsettings_2_fullcan", "1").general("targetsettings_2_groupfilter", "1");
         }) << canopen
-                                     << QStringList{"#ifdef BOARD_A",
-                                                    "/* Target 1 BOARD_A */",
-                                                    "#define CORE_TIMER_INTERVAL\t1000u",
-                                                    "#define CORE_DRV_GROUP_FILTER\t1u",
-                                                    "#endif /* BOARD_A*/ ",
-                                                    "#define BOARD_B 1u",
+                                     << QStringList{"#define BOARD_B 1u",
+                                                    "#ifdef BOARD_B",
                                                     "/* Target 2 BOARD_B */",
                                                     "#define CORE_TIMER_INTERVAL\t0x0",
                                                     "#define CORE_BIG_ENDIAN\t1u",
                                                     "/* target-specific defines */",
-                                                    "#define BOARD_CLOCK 16"}
-                                     << QStringList{"#define BOARD_A 1u"};
+                                                    "#define BOARD_CLOCK 16",
+                                                    "#endif /* BOARD_B*/ ",
+                                                    "#ifdef TARGET_2",
+                                                    "/* Target 3 TARGET_2 */",
+                                                    "#define CORE_TIMER_INTERVAL\t500u",
+                                                    "#define CORE_DRV_FILTER\t1u",
+                                                    "#define CORE_DRV_GROUP_FILTER\t1u",
+                                                    "#endif /* TARGET_2*/ "}
+                                     << QStringList{"BOARD_A", "#define TARGET_2 1u", "1000u"};
+        QTest::newRow("the active one of several targets") << Setup([](ProjectBuilder &p) {
+            canopenDevice(p);
+            p.general("targetsettings_cnt", "3").general("targetsettings_active", "2");
+            p.general("targetsettings_1_targetid", "BOARD_B").general("targetsettings_2_targetid", "BOARD_C");
+            p.general("targetsettings_2_name", "Target 3").general("targetsettings_2_endianess", "1");
+        }) << canopen
+                                                           << QStringList{"#define BOARD_C 1u",
+                                                                          "#ifdef BOARD_C",
+                                                                          "/* Target 3 BOARD_C */",
+                                                                          "#define CORE_BIG_ENDIAN\t1u",
+                                                                          "#endif /* BOARD_C*/ "}
+                                                           << QStringList{"BOARD_B", "TARGET_0"};
         QTest::newRow("only the active one of several targets") << Setup([](ProjectBuilder &p) {
             canopenDevice(p);
             p.general("targetsettings_cnt", "2").general("targetsettings_active", "-1");
@@ -472,12 +497,56 @@ private slots:
         const ApplicationName name(application);
         ProjectBuilder builder;
         setup(builder);
-        const QString text = generateText(builder);
+        QTemporaryDir dir;
+        const Generated generated = generate(builder.store(), dir.path(), QStringLiteral("rules"), false);
+        const QString &text = generated.masked;
         const QStringList lines = text.split('\n');
         for (const QString &line : present)
             QVERIFY2(lines.contains(line), qPrintable(QStringLiteral("missing: ") + line + '\n' + text));
         for (const QString &part : absent)
             QVERIFY2(!text.contains(part), qPrintable(QStringLiteral("unexpected: ") + part + '\n' + text));
+        QVERIFY(preprocesses(generated.path));
+    }
+
+    // Two blocks write the same macro from two settings, so two values can meet in one file; the
+    // preprocessor then warns, and the user has to make the settings agree.
+    void twoBlocksGiveTwoValues_data()
+    {
+        QTest::addColumn<Setup>("setup");
+        QTest::addColumn<QString>("macro");
+        QTest::addColumn<QStringList>("definitions");
+        QTest::newRow("SDO server read events of the CANopen and the CiA 510 server")
+            << Setup([](ProjectBuilder &p) {
+                   p.line(0, 5).general("event_sdo_server_read", "2").j1939("cia510serversupport", "1");
+               })
+            << "CO_EVENT_DYNAMIC_SDO_SERVER_READ"
+            << QStringList{"#define CO_EVENT_DYNAMIC_SDO_SERVER_READ\t2u",
+                           "#define CO_EVENT_DYNAMIC_SDO_SERVER_READ\t1u"};
+        QTest::newRow("ISO-TP server events of the event and the ISO-TP block")
+            << Setup([](ProjectBuilder &p) {
+                   p.line(0, 1).general("isotp_supported", "1").general("isotp_server_event", "3");
+                   p.general("isotp_dyn_server_ind", "1");
+               })
+            << "ISOTP_EVENT_DYNAMIC_SERVER"
+            << QStringList{"#define ISOTP_EVENT_DYNAMIC_SERVER\t3u",
+                           "#define ISOTP_EVENT_DYNAMIC_SERVER\t1u"};
+    }
+
+    void twoBlocksGiveTwoValues()
+    {
+        QFETCH(Setup, setup);
+        QFETCH(QString, macro);
+        QFETCH(QStringList, definitions);
+        ProjectBuilder builder;
+        setup(builder);
+        QTemporaryDir dir;
+        const Generated generated = generate(builder.store(), dir.path(), QStringLiteral("twice"), false);
+        const QStringList lines = generated.masked.split('\n');
+        for (const QString &definition : definitions)
+            QVERIFY2(lines.contains(definition), qPrintable(definition));
+        const QString messages = preprocessorMessages(generated.path);
+        QVERIFY2(messages.contains(macro) && messages.contains(QLatin1String("redefined")),
+                 qPrintable(messages));
     }
 
     void generationCounterCountsOn_data()
@@ -508,6 +577,7 @@ private slots:
         builder.general("generate_generation_counter", "1");
         const Generated generated = generate(builder.store(), dir.path(), QStringLiteral("counter"), false);
         QVERIFY(generated.masked.split('\n').contains(expected));
+        QVERIFY(preprocesses(generated.path));
     }
 
     void userSectionSurvivesTwoRuns()
@@ -526,6 +596,7 @@ private slots:
             QStringLiteral("/* user-specific section: start */\n") + QString::fromUtf8(section) +
             QStringLiteral("/* user-specific section: end */\n\n#endif /* GEN_DEFINE_H */\n")));
         QVERIFY(second.masked.contains(QLatin1String("\n#define GEN_GENERATION_COUNT\t2ul\n")));
+        QVERIFY(preprocesses(second.path));
     }
 
     void progressFollowsTheBlocks_data()
@@ -547,6 +618,7 @@ private slots:
         const Generated generated = generate(builder.store(), dir.path(), QStringLiteral("progress"), false);
         QCOMPARE(generated.progress, expected);
         QVERIFY(!generated.failed);
+        QVERIFY(preprocesses(generated.path));
     }
 
     void olderFamilyWritesTheUserDate()
@@ -576,10 +648,12 @@ private slots:
             .general("user_rx_cob", "1");
         builder.general("canfd_supported", "1").j1939("spnchanged", "1");
         QTemporaryDir dir;
-        const QStringList current =
-            defineLines(generate(builder.store(), dir.path(), QStringLiteral("a"), false).masked);
-        const QStringList older =
-            defineLines(generate(builder.store(), dir.path(), QStringLiteral("a"), true).masked);
+        const Generated currentFile = generate(builder.store(), dir.path(), QStringLiteral("a"), false);
+        QVERIFY(preprocesses(currentFile.path));
+        const QStringList current = defineLines(currentFile.masked);
+        const Generated olderFile = generate(builder.store(), dir.path(), QStringLiteral("a"), true);
+        QVERIFY(preprocesses(olderFile.path));
+        const QStringList older = defineLines(olderFile.masked);
         for (const QString &line : current) {
             if (line.startsWith(QLatin1String("#define CORE_OBJECT_CHANGED"))) {
                 QVERIFY(!older.contains(line));
