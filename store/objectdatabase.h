@@ -244,6 +244,12 @@ public:
     void mergeDataPageIntoPGNs();
     void markSafePGNs();
 
+    // Whole-line readers (objectdatabase_dictionary.cpp): every object of a line by index, and every
+    // sub-index of a line keyed by index shifted left 8 plus sub-index, in ascending key order. The
+    // sub-indices of a line that is not in the sub-index cache are read with one query.
+    QMap<quint16, INDEX_DATA_T> getLineObjects(quint8 line);
+    QMap<quint32, SUBINDEX_DATA_T> getLineSubIndices(quint8 line);
+
 signals:
     void updateNotify(ObjectDataBase::ChangeSet modification);
     void wrongTool();

@@ -84,7 +84,7 @@ PGN ObjectDataBase::pgnFromQuery(const QSqlQuery &query)
     pgn.FD_TrailerFormat = quint8(number());
     pgn.FD_AssuranceType = quint8(number());
     pgn.FD_AssuranceDataSize = quint8(number());
-    pgn.multisourceaddress = number() != 0;
+    pgn.multisourceaddress = quint8(number());
     pgn.safetytype = quint8(number());
     pgn.FD_DataId = number();
     return pgn;
@@ -117,7 +117,7 @@ bool ObjectDataBase::addPGN(quint8 line, quint32 number, const PGN &pgn)
                                        QString::number(pgn.FD_TrailerFormat),
                                        QString::number(pgn.FD_AssuranceType),
                                        QString::number(pgn.FD_AssuranceDataSize),
-                                       QString::number(flag(pgn.multisourceaddress)),
+                                       QString::number(pgn.multisourceaddress),
                                        QString::number(pgn.safetytype),
                              QString::number(pgn.FD_DataId)};
     const QString statement =

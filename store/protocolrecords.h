@@ -26,7 +26,8 @@ struct PGN
     quint8 FD_TrailerFormat = 0;
     quint8 FD_AssuranceType = 0;
     quint8 FD_AssuranceDataSize = 0;
-    bool multisourceaddress = false;
+    // How many source addresses one receive definition serves; 0 and 1 both mean one.
+    quint8 multisourceaddress = 0;
     quint8 safetytype = 0;
     quint32 FD_DataId = 0;
 

@@ -21,7 +21,7 @@ PGN pgnRecord(quint32 number, quint8 direction, const QString &name, bool safe =
     pgn.cycletime_ms = 100;
     pgn.issafe = safe;
     pgn.FD_DataId = 0x12345678;
-    pgn.multisourceaddress = true;
+    pgn.multisourceaddress = 3;
     return pgn;
 }
 

@@ -333,9 +333,6 @@ private slots:
                                         : generateReopened(builder, statements, dir.path(), project, older);
         const QString expected = QString::fromUtf8(TestProjects::readFile(goldenPath(golden)));
         QVERIFY2(!expected.isEmpty(), qPrintable(golden));
-        QEXPECT_FAIL("J1939 line with multi-source PGNs and DM support",
-                     "the store's PGN record holds multisourceaddress as a flag, so a count of 3 reads as 1",
-                     Continue);
         QCOMPARE(generated.masked.split('\n'), expected.split('\n'));
         QVERIFY2(preprocesses(generated.path), qPrintable(golden));
 
