@@ -26,18 +26,15 @@ const SectionKeys descriptionKeys[] = {
 void EdsDescriptionReader::apply(const IniDocument &document, ObjectDataBase &store)
 {
     for (const auto &[section, keys] : descriptionKeys) {
-        for (const char *key : keys) {
-            if (document.hasKey(QLatin1String(section), QLatin1String(key)))
-                store.setDescriptionSetting(QLatin1String(key),
-                                            document.value(QLatin1String(section), QLatin1String(key)));
-        }
+        for (const char *key : keys)
+            store.setDescriptionSetting(QLatin1String(key),
+                                        document.value(QLatin1String(section), QLatin1String(key)));
     }
     const IniDocument::Section *comments = document.section(QStringLiteral("Comments"));
-    if (!comments)
-        return;
     // A count beyond the keys of the section could only name missing lines.
-    const int lines =
-        qMin(document.value(comments->name, QStringLiteral("Lines")).toInt(), int(comments->entries.size()));
+    const int lines = comments ? qMin(document.value(comments->name, QStringLiteral("Lines")).toInt(),
+                                      int(comments->entries.size()))
+                               : 0;
     QString comment;
     for (int number = 1; number <= lines; ++number)
         comment += document.value(comments->name, QStringLiteral("Line%1").arg(number)) + '\n';

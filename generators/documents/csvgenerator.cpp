@@ -148,6 +148,15 @@ void CSVGenerator::writeContent(QTextStream &out)
             qDebug() << "Generation aborted";
             break;
         }
+        // An empty line in front of the manufacturer and the profile objects; one object may pass both.
+        if (beforeManufacturerObjects && index >= 0x2000) {
+            out << " \n";
+            beforeManufacturerObjects = false;
+        }
+        if (beforeProfileObjects && index >= 0x6000) {
+            out << " \n";
+            beforeProfileObjects = false;
+        }
         INDEX_DATA_T object;
         database->getIndex(line, index, object);
         writeObject(out, index, object);
@@ -163,15 +172,6 @@ void CSVGenerator::writeHead(QTextStream &out)
 
 void CSVGenerator::writeObject(QTextStream &out, quint16 index, const INDEX_DATA_T &object)
 {
-    // An empty line in front of the manufacturer and the profile objects; one object may pass both.
-    if (beforeManufacturerObjects && index >= 0x2000) {
-        out << " \n";
-        beforeManufacturerObjects = false;
-    }
-    if (beforeProfileObjects && index >= 0x6000) {
-        out << " \n";
-        beforeProfileObjects = false;
-    }
     const QString objectName = Helper::substituteVariables(object.name, index, 0, 0);
     const auto subIndices = database->getSubIndices(line, index);
     for (const quint8 subIndex : subIndices) {

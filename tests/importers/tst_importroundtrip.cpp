@@ -7,6 +7,7 @@
 #include "importers/xddimporter.h"
 #include "store/objectdatabase.h"
 #include "support/projectbuilder.h"
+#include "tst_edsfixture.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -47,10 +48,12 @@ void roundTripProject(ProjectBuilder &project)
         entry(QStringLiteral("Device type"), 7, QStringLiteral("ro"), QStringLiteral("401")));
     var(project, 0x1001,
         entry(QStringLiteral("Error register"), 5, QStringLiteral("ro"), QStringLiteral("0"), TPDO));
+    // A constant is a managed constant, as every importer makes it.
+    SUBINDEX_DATA_T highest =
+        entry(QStringLiteral("Highest sub-index supported"), 5, QStringLiteral("const"), QStringLiteral("2"));
+    highest.implementation = 1;
     project.object(0, 0x1018, QStringLiteral("Identity object"), 9, 7)
-        .sub(0, 0x1018, 0,
-             entry(QStringLiteral("Highest sub-index supported"), 5, QStringLiteral("const"),
-                   QStringLiteral("2")))
+        .sub(0, 0x1018, 0, highest)
         .sub(0, 0x1018, 1,
              entry(QStringLiteral("Vendor-ID"), 7, QStringLiteral("ro"), QStringLiteral("2035")))
         .sub(0, 0x1018, 2,
@@ -60,6 +63,8 @@ void roundTripProject(ProjectBuilder &project)
     speed.lowlimit = QStringLiteral("10");
     speed.uplimit = QStringLiteral("1000");
     speed.limitineds = true;
+    speed.nvstorage = true;
+    speed.refuseread = true;
     var(project, 0x2000, speed, QStringLiteral("Motor speed\nin rpm"));
     var(project, 0x2001,
         entry(QStringLiteral("Command"), 2, QStringLiteral("wo"), QStringLiteral("-3"), RPDO));
@@ -67,8 +72,10 @@ void roundTripProject(ProjectBuilder &project)
         entry(QStringLiteral("Gain"), 8, QStringLiteral("rwr"), QStringLiteral("1.5"), TPDO));
     var(project, 0x2003,
         entry(QStringLiteral("Setpoint"), 4, QStringLiteral("rww"), QStringLiteral("-70000"), RPDO));
-    var(project, 0x2004,
-        entry(QStringLiteral("Label"), 9, QStringLiteral("rw"), QStringLiteral("left wheel")));
+    SUBINDEX_DATA_T label =
+        entry(QStringLiteral("Label"), 9, QStringLiteral("rw"), QStringLiteral("left wheel"));
+    label.size = 16;
+    var(project, 0x2004, label);
     var(project, 0x2005,
         entry(QStringLiteral("Enabled"), 1, QStringLiteral("rw"), QStringLiteral("1"), Allowed));
     SUBINDEX_DATA_T silent = entry(QStringLiteral("No default in files"), 6, QStringLiteral("rw"), QString());
@@ -79,6 +86,14 @@ void roundTripProject(ProjectBuilder &project)
     always.writedefaulttoeds = 2;
     always.defaultineds = false;
     var(project, 0x2007, always);
+    SUBINDEX_DATA_T level = entry(QStringLiteral("Level"), 6, QStringLiteral("rw"), QStringLiteral("3"));
+    level.implementation = 2;
+    level.varname = QStringLiteral("app_level");
+    var(project, 0x2008, level);
+    SUBINDEX_DATA_T computed =
+        entry(QStringLiteral("Computed"), 7, QStringLiteral("ro"), QStringLiteral("0"));
+    computed.implementation = 3;
+    var(project, 0x2009, computed);
     project.object(0, 0x2100, QStringLiteral("Outputs"), 8, 6)
         .sub(0, 0x2100, 0,
              entry(QStringLiteral("Number of outputs"), 5, QStringLiteral("ro"), QStringLiteral("2")))
@@ -93,6 +108,7 @@ void roundTripProject(ProjectBuilder &project)
     SUBINDEX_DATA_T torque =
         entry(QStringLiteral("Torque"), 3, QStringLiteral("ro"), QStringLiteral("-5"), TPDO);
     torque.description = QStringLiteral("Newton metres");
+    torque.refusewrite = true;
     project.object(0, 0x2200, drive)
         .sub(0, 0x2200, 0,
              entry(QStringLiteral("Highest sub-index supported"), 5, QStringLiteral("ro"),
@@ -102,17 +118,6 @@ void roundTripProject(ProjectBuilder &project)
              entry(QStringLiteral("Temperature"), 5, QStringLiteral("ro"), QStringLiteral("20"), TPDO));
     var(project, 0x6000,
         entry(QStringLiteral("Digital input"), 5, QStringLiteral("ro"), QStringLiteral("0"), TPDO));
-}
-
-void generate(AbstractGenerator &generator, ObjectDataBase &store, const QString &folder)
-{
-    generator.setOutputPath(folder);
-    generator.setDatabase(&store);
-    generator.setProjectName(QStringLiteral("board"));
-    generator.setLine(0);
-    generator.start();
-    generator.waitForFinished();
-    generator.waitForThread();
 }
 
 std::unique_ptr<ObjectDataBase> importInto(BaseDataImporter &importer, const QString &file)
@@ -184,7 +189,24 @@ private:
                 ++compared;
             }
         }
-        QCOMPARE(compared, 20);
+        QCOMPARE(compared, 22);
+    }
+
+    // Compares a field of every entry of the original with the copy.
+    template<typename Field> void compareEntries(ObjectDataBase &copy, Field field)
+    {
+        const auto indices = original.store().getIndices(0);
+        for (const quint16 index : indices) {
+            const auto subIndices = original.store().getSubIndices(0, index);
+            for (const quint8 subIndex : subIndices) {
+                SUBINDEX_DATA_T want;
+                SUBINDEX_DATA_T got;
+                original.store().getSubIndex(0, index, subIndex, want);
+                copy.getSubIndex(0, index, subIndex, got);
+                const QByteArray at = QByteArray::number(index, 16) + "sub" + QByteArray::number(subIndex);
+                QVERIFY2(field(got) == field(want), at);
+            }
+        }
     }
 
     void compareLimits(ObjectDataBase &copy, bool limitsTravel)
@@ -216,11 +238,14 @@ private slots:
         roundTripProject(original);
     }
 
+    // The files written are valid for readers that are not ours.
+    void cleanupTestCase() { QCOMPARE(EdsFixture::takeFileProblems(), QStringList()); }
+
     void edsComesBack()
     {
         QTemporaryDir dir;
         EDSGenerator generator;
-        generate(generator, original.store(), dir.path());
+        EdsFixture::run(generator, original.store(), dir.path());
         EDSImporter importer;
         auto copy = importInto(importer, generator.outputFile());
         compareObjects(*copy);
@@ -237,13 +262,15 @@ private slots:
         SUBINDEX_DATA_T silent;
         copy->getSubIndex(0, 0x2006, 0, silent);
         QVERIFY(!silent.writedefaulttoeds);
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.refuseread; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.refusewrite; });
     }
 
     void icsvComesBack()
     {
         QTemporaryDir dir;
         ICSVGenerator generator;
-        generate(generator, original.store(), dir.path());
+        EdsFixture::run(generator, original.store(), dir.path());
         CsvImporter importer;
         auto copy = importInto(importer, generator.outputFile());
         compareObjects(*copy);
@@ -264,13 +291,19 @@ private slots:
         copy->getSubIndex(0, 0x2007, 0, always);
         QCOMPARE(int(always.writedefaulttoeds), 2);
         QVERIFY(!always.defaultineds);
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.implementation; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.varname; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.nvstorage; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.size; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.defaultineds; });
+        compareEntries(*copy, [](const SUBINDEX_DATA_T &data) { return data.writedefaulttoeds; });
     }
 
     void xddComesBack()
     {
         QTemporaryDir dir;
         XDDGenerator generator;
-        generate(generator, original.store(), dir.path());
+        EdsFixture::run(generator, original.store(), dir.path());
         XDDImporter importer;
         auto copy = importInto(importer, generator.outputFile());
         compareObjects(*copy);

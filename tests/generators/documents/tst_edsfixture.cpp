@@ -5,6 +5,18 @@
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+#include <utility>
+
 namespace EdsFixture {
 
 namespace {
@@ -37,6 +49,61 @@ const std::pair<const char *, const char *> descriptionSettings[] = {
     {"Comment", ""},
     {"AdditionalSections", ""},
 };
+
+// Copies of the files that run() wrote, named after the test that wrote them, waiting for their readers.
+// Each reader then starts once for all of them.
+QTemporaryDir *writtenFiles = nullptr;
+int writtenCount = 0;
+
+// The lines a Python script prints about the files; the script prints nothing for good files.
+QStringList pythonProblems(const QStringList &arguments)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("python3")).isEmpty())
+        return {QStringLiteral("python3 is needed to read the files with a reader of its own")};
+    QProcess python;
+    python.start(QStringLiteral("python3"), arguments);
+    if (!python.waitForFinished(120000))
+        return {QStringLiteral("the reader did not finish")};
+    const QString output = QString::fromUtf8(python.readAllStandardOutput() + python.readAllStandardError());
+    QStringList problems = output.split('\n', Qt::SkipEmptyParts);
+    if (problems.isEmpty() && python.exitCode() != 0)
+        problems << QStringLiteral("the reader failed");
+    return problems;
+}
+
+QStringList xmlProblems(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {path + QStringLiteral(": cannot be read")};
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (!reader.hasError())
+        return {};
+    return {QStringLiteral("%1: line %2: %3").arg(path).arg(reader.lineNumber()).arg(reader.errorString())};
+}
+
+// The blank separator lines of the table are no rows.
+const char csvCheck[] = "import csv, sys\n"
+                        "for path in sys.argv[1:]:\n"
+                        "    with open(path, newline='', encoding='utf-8') as table:\n"
+                        "        for number, row in enumerate(csv.reader(table), 1):\n"
+                        "            if row != [' '] and len(row) != 18:\n"
+                        "                print(f'{path}: row {number} has {len(row)} cells')\n";
+
+void keepForTheReaders(const QString &path)
+{
+    if (!writtenFiles)
+        writtenFiles = new QTemporaryDir;
+    static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9_.-]+"));
+    const QString test =
+        QStringLiteral("%1_%2_%3_")
+            .arg(++writtenCount)
+            .arg(QLatin1String(QTest::currentTestFunction()), QLatin1String(QTest::currentDataTag()))
+            .replace(unsafe, QStringLiteral("_"));
+    QFile::copy(path, writtenFiles->filePath(test + QFileInfo(path).fileName()));
+}
 
 } // namespace
 
@@ -89,7 +156,35 @@ QString run(AbstractGenerator &generator, ObjectDataBase &store, const QString &
     generator.start();
     generator.waitForFinished();
     generator.waitForThread();
+    keepForTheReaders(generator.outputFile());
     return QString::fromUtf8(TestProjects::readFile(generator.outputFile()));
+}
+
+QStringList takeFileProblems()
+{
+    if (!writtenFiles)
+        return {};
+    const QDir folder(writtenFiles->path());
+    auto files = [&folder](const char *suffix) {
+        QStringList paths;
+        const auto names = folder.entryList({QStringLiteral("*.") + QLatin1String(suffix)}, QDir::Files);
+        for (const QString &name : names)
+            paths << folder.filePath(name);
+        return paths;
+    };
+    QStringList problems;
+    const QStringList eds = files("eds");
+    if (!eds.isEmpty())
+        problems << pythonProblems(
+            QStringList{sourceFile(QStringLiteral("tests/generators/documents/tst_eds_cia306.py"))} + eds);
+    const QStringList csv = files("csv");
+    if (!csv.isEmpty())
+        problems << pythonProblems(QStringList{QStringLiteral("-c"), QLatin1String(csvCheck)} + csv);
+    const QStringList xdd = files("xdd");
+    for (const QString &path : xdd)
+        problems << xmlProblems(path);
+    delete std::exchange(writtenFiles, nullptr);
+    return problems;
 }
 
 QString sourceFile(const QString &relativePath)

@@ -65,6 +65,9 @@ private slots:
         QCoreApplication::setApplicationVersion(QStringLiteral("4.3.2"));
     }
 
+    // Every file a test writes is well-formed XML for a reader of its own.
+    void cleanupTestCase() { QCOMPARE(EdsFixture::takeFileProblems(), QStringList()); }
+
     void goldenFile()
     {
         ProjectBuilder builder;
