@@ -14,6 +14,12 @@
 #include "generators/source/indicationgenerator.h"
 #include "generators/source/indicationgeneratorv4.h"
 #include "generators/source/indicesgenerator.h"
+#include "generators/source/objdictgenerator.h"
+#include "generators/source/objdictgeneratorv4.h"
+#include "generators/source/pgngenerator.h"
+#include "generators/source/pgngeneratorv4.h"
+#include "generators/source/vobjdictgenerator.h"
+#include "generators/source/vobjdictgeneratorv4.h"
 
 std::unique_ptr<AbstractGenerator> GeneratorCatalog::create(GeneratorKind kind, const GeneratorOptions &options) const
 {
@@ -36,6 +42,28 @@ std::unique_ptr<AbstractGenerator> GeneratorCatalog::create(GeneratorKind kind, 
         if (options.currentFamily)
             return std::make_unique<indicationgeneratorv4>();
         return std::make_unique<indicationgenerator>();
+    case GeneratorKind::Pgn:
+        if (options.currentFamily)
+            return std::make_unique<PGNGeneratorV4>();
+        return std::make_unique<PGNGenerator>();
+    case GeneratorKind::ObjDict: {
+        std::unique_ptr<ObjDictGeneratorBase> objDict;
+        if (options.currentFamily)
+            objDict = std::make_unique<ObjDictGeneratorV4>(options.compact);
+        else
+            objDict = std::make_unique<ObjDictGenerator>(options.compact);
+        objDict->setCamMode(options.camMode);
+        return objDict;
+    }
+    case GeneratorKind::VObjDict: {
+        std::unique_ptr<VobjDictGeneratorBase> virtualObjects;
+        if (options.currentFamily)
+            virtualObjects = std::make_unique<VobjDictGeneratorV4>(options.compact);
+        else
+            virtualObjects = std::make_unique<VobjDictGenerator>(options.compact);
+        virtualObjects->setSpecialVirtualObjects(options.specialVirtualObjects);
+        return virtualObjects;
+    }
     case GeneratorKind::Dbc:
         return std::make_unique<DBCGenerator>();
     case GeneratorKind::RawCanDbc:
