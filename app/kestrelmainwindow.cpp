@@ -7,6 +7,10 @@
 #include "guipostgenprogresshandler.h"
 
 #include "appshell/guihelper.h"
+#include "importers/codbimporter.h"
+#include "importers/commandlineimport.h"
+#include "importers/databasemodifier.h"
+#include "importers/importhandler.h"
 #include "store/projectconverter.h"
 
 #include <QAction>
@@ -364,12 +368,27 @@ void KestrelMainWindow::doThingsAfterStartup()
 
 void KestrelMainWindow::startStandardObjectImport()
 {
-    qDebug() << Q_FUNC_INFO << "the catalogue of standard objects is not available yet";
+    importStandardObjects(QStringLiteral(":/codb/v301.codb"));
 }
 
 void KestrelMainWindow::startStandardObjectImportJ1939()
 {
-    qDebug() << Q_FUNC_INFO << "the catalogue of standard objects is not available yet";
+    importStandardObjects(QStringLiteral(":/codb/v302.codb"));
+}
+
+void KestrelMainWindow::importStandardObjects(const QString &catalogue)
+{
+    if (standardObjectImporter)
+        standardObjectImporter->wait();
+    standardObjectImporter = std::make_unique<CODBImporter>();
+    standardObjectStore->removeNode(ObjectDataBase::ScratchLine);
+    standardObjectStore->addNode(ObjectDataBase::ScratchLine, NODE_DATA_T());
+    standardObjectImporter->setLine(ObjectDataBase::ScratchLine);
+    standardObjectImporter->setDatabase(standardObjectStore);
+    standardObjectImporter->setIndexRange(0x1000, 0x1FFF);
+    standardObjectImporter->setFileName(catalogue);
+    standardObjectImporter->start();
+    connect(standardObjectImporter.get(), &BaseDataImporter::progress, this, &KestrelMainWindow::importPogress);
 }
 
 void KestrelMainWindow::importPogress(quint8 percent)
@@ -425,7 +444,8 @@ void KestrelMainWindow::runImportStep()
     if (path.isEmpty() || !QFileInfo(path).isFile())
         return;
     qDebug() << "try to import " << path;
-    qDebug() << Q_FUNC_INFO << "importing device descriptions is not available yet";
+    if (CommandLineImport::run(*projectStore, path))
+        runEventLoop(500);
 }
 
 void KestrelMainWindow::runProjectImportStep()
@@ -456,14 +476,19 @@ void KestrelMainWindow::runImportFileStep()
         qDebug() << "Import Handler file: " << path << "does not exist";
         return;
     }
-    qDebug() << Q_FUNC_INFO << "import files are not available yet";
+    ImportHandler handler(projectStore);
+    if (!handler.setImportFile(path) || !handler.applyImportFile())
+        qDebug() << "Import Handler file error: " << handler.errorText();
 }
 
 void KestrelMainWindow::runModifierStep()
 {
-    if (optionValue(QStringLiteral("-dbmod")).isEmpty())
+    const QString path = optionValue(QStringLiteral("-dbmod"));
+    if (path.isEmpty())
         return;
-    qDebug() << Q_FUNC_INFO << "modifier files are not available yet";
+    DatabaseModifier modifier(projectStore);
+    if (!modifier.setModifierFile(path) || !modifier.applyModifierFile())
+        qDebug() << Q_FUNC_INFO << modifier.errorText();
 }
 
 void KestrelMainWindow::runMerlinStep()

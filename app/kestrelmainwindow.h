@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class CODBImporter;
 class GeneratorCatalog;
 class GeneratorOutputForm;
 class GUIOutputHandler;
@@ -83,6 +84,8 @@ private:
     QString optionValue(const QString &option) const;
     bool hasOption(const QString &option) const;
     void runEventLoop(int milliseconds);
+    // Loads a catalogue of standard objects into line 255 of the standard object store, on its own thread.
+    void importStandardObjects(const QString &catalogue);
     QString messageTitle() const;
     void runImportStep();
     void runProjectImportStep();
@@ -102,6 +105,7 @@ private:
     ObjectDataBase *projectStore = nullptr;
     ObjectDataBase *standardObjectStore = nullptr;
     std::unique_ptr<GeneratorCatalog> generatorCatalog;
+    std::unique_ptr<CODBImporter> standardObjectImporter;
     GUIOutputHandler *outputHandler = nullptr;
     QSharedPointer<GUIPostGenProgressHandler> progressHandler;
     GeneratorMainHandler *generatorHandler = nullptr;

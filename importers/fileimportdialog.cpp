@@ -2,6 +2,7 @@
 
 #include "appshell/guihelper.h"
 #include "importers/basedataimporter.h"
+#include "importers/codbimporter.h"
 #include "importers/csvimporter.h"
 #include "importers/edsimporter.h"
 #include "importers/importerfactory.h"
@@ -277,6 +278,10 @@ void FileImportDialog::on_btnRead_clicked()
     }
     if (suffix == QLatin1String("csv") || suffix == QLatin1String("icsv"))
         cbImplementation->setCurrentIndex(2);
+    if (auto *catalogue = qobject_cast<CODBImporter *>(next.get()))
+        catalogue->setObjectCopies(chIncludeMultiple->isChecked());
+    if (suffix == QLatin1String("kprj"))
+        next->setSourceLine(quint32(spSrcLine->value()));
     importer = std::move(next);
     readPath = path;
     importer->setLine(ObjectDataBase::ScratchLine);

@@ -1,7 +1,9 @@
 #include "importerfactory.h"
 
+#include "importers/codbimporter.h"
 #include "importers/csvimporter.h"
 #include "importers/edsimporter.h"
+#include "importers/kprjimporter.h"
 #include "importers/xddimporter.h"
 
 namespace {
@@ -23,6 +25,16 @@ std::unique_ptr<BaseDataImporter> makeXdd()
     return std::make_unique<XDDImporter>();
 }
 
+std::unique_ptr<BaseDataImporter> makeCodb()
+{
+    return std::make_unique<CODBImporter>();
+}
+
+std::unique_ptr<BaseDataImporter> makeProject()
+{
+    return std::make_unique<KprjImporter>();
+}
+
 std::unique_ptr<BaseDataImporter> makeCsv()
 {
     return std::make_unique<CsvImporter>();
@@ -35,7 +47,9 @@ struct Maker
 };
 
 const Maker makers[] = {
-    {"eds", makeEds}, {"dcf", makeDcf}, {"xdd", makeXdd}, {"csv", makeCsv}, {"icsv", makeCsv},
+    {"eds", makeEds},      {"dcf", makeDcf},      {"xdd", makeXdd},      {"csv", makeCsv},
+    {"icsv", makeCsv},     {"codb", makeCodb},    {"kprj", makeProject}, {"ktxt", makeProject},
+    {"bak", makeProject},
 };
 
 } // namespace

@@ -10,6 +10,7 @@ class BaseDataImporter;
 class ImporterFactory
 {
 public:
-    // For "eds", "dcf", "xdd", "csv" and "icsv" in lower case; null for any other suffix.
+    // For "eds", "dcf", "xdd", "csv", "icsv", "codb" and the project files "kprj", "ktxt" and "bak" in
+    // lower case; null for any other suffix.
     static std::unique_ptr<BaseDataImporter> create(const QString &suffix);
 };

@@ -56,6 +56,48 @@ private slots:
         QVERIFY(QFile::exists(dir.filePath(QStringLiteral("gen_define.h"))));
     }
 
+    // --importfile and -dbmod change the project before it is saved and generated.
+    void importAndModifierFilesBeforeSaving()
+    {
+        QTemporaryDir dir;
+        ProjectBuilder other;
+        other.line(0, 1);
+        other.var(0, 0x2100, QStringLiteral("From other"), 6, QStringLiteral("rw"), QStringLiteral("7"));
+        const QString otherProject = dir.filePath(QStringLiteral("other.kprj"));
+        QVERIFY(other.save(otherProject));
+
+        ProjectBuilder project;
+        project.line(0, 1);
+        project.var(0, 0x2000, QStringLiteral("Own"), 5, QStringLiteral("rw"), QStringLiteral("1"));
+        const QString path = dir.filePath(QStringLiteral("P.kprj"));
+        QVERIFY(project.save(path));
+        QVERIFY(TestProjects::writeFile(dir.filePath(QStringLiteral("actions.ini")),
+                                        "[Projects]\np1=" + otherProject.toUtf8() +
+                                            "\n[Actions]\na1=import 1:0 to 0\na2=copy 0:0x2000 to 0 offset 0x400\n"));
+        QVERIFY(TestProjects::writeFile(dir.filePath(QStringLiteral("settings.txt")),
+                                        "GeneralSettings:co_node_id:9\nJ1939Settings:startaddress:0x22\n"));
+        const auto run = TestProjects::runProgram(QStringLiteral("canopen-kestrel"),
+                                                  {path, "-hidden", "-now", "--importfile", "actions.ini", "-dbmod",
+                                                   "settings.txt", "-s", "-g"},
+                                                  dir.path());
+        QVERIFY2(run.exitCode == 0, run.standardError.right(3000).constData());
+        QVERIFY2(!run.standardError.contains("Import Handler file error"), run.standardError.constData());
+
+        // The project now carries the stamp of the edition that saved it.
+        QCoreApplication::setApplicationName(QStringLiteral("CANopen Kestrel"));
+        ObjectDataBase result;
+        const bool opened = result.openDataBase(path);
+        QCoreApplication::setApplicationName(QStringLiteral("J1939 Kestrel"));
+        QVERIFY(opened);
+        QCOMPARE(result.getIndices(0, 0x2000), (QList<quint16>{0x2000, 0x2100, 0x2400}));
+        SUBINDEX_DATA_T imported;
+        QVERIFY(result.getSubIndex(0, 0x2100, 0, imported));
+        QCOMPARE(imported.defaultvalue, QStringLiteral("7"));
+        QCOMPARE(result.getGeneralSetting(QStringLiteral("co_node_id")), QStringLiteral("9"));
+        QCOMPARE(result.getJ1939Setting(QStringLiteral("startaddress")), QStringLiteral("0x22"));
+        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("gen_define.h"))));
+    }
+
     void stepsThatFindNothingAreQuiet()
     {
         QTemporaryDir dir;
