@@ -159,14 +159,14 @@ KestrelMainWindow::~KestrelMainWindow() = default;
 
 void KestrelMainWindow::createActions()
 {
-    struct ActionSpec
+    struct ActionEntry
     {
         QAction **target;
         const char *name;
         const char *text;
         QKeySequence shortcut;
     };
-    const ActionSpec specs[] = {
+    const ActionEntry actionEntries[] = {
         {&actionNew_Project, "actionNew_Project", QT_TR_NOOP("&New Project"), QKeySequence(QStringLiteral("Ctrl+N"))},
         {&actionOpen_Project, "actionOpen_Project", QT_TR_NOOP("&Open Project"), QKeySequence(QStringLiteral("Ctrl+O"))},
         {&actionSave_Project, "actionSave_Project", QT_TR_NOOP("&Save Project"), QKeySequence(QStringLiteral("Ctrl+S"))},
@@ -184,11 +184,11 @@ void KestrelMainWindow::createActions()
         {&action_Hel_p, "action_Hel_p", QT_TR_NOOP("&Help"), QKeySequence()},
         {&action_About, "action_About", QT_TR_NOOP("&About"), QKeySequence(QStringLiteral("Ctrl+A"))},
     };
-    for (const auto &spec : specs) {
-        auto *action = new QAction(tr(spec.text), this);
-        action->setObjectName(QLatin1String(spec.name));
-        action->setShortcut(spec.shortcut);
-        *spec.target = action;
+    for (const auto &entry : actionEntries) {
+        auto *action = new QAction(tr(entry.text), this);
+        action->setObjectName(QLatin1String(entry.name));
+        action->setShortcut(entry.shortcut);
+        *entry.target = action;
     }
     actionUndo->setEnabled(false);
     actionRedo->setEnabled(false);
