@@ -6,6 +6,7 @@
 #include <QDebug>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QSet>
 #include <QSettings>
 #include <QTimer>
 
@@ -169,7 +170,9 @@ bool ImportHandler::runCopy(const actionSetting &action)
     qDebug() << action.text;
     bool ok = true;
     for (quint32 index = action.firstIndex; index <= action.lastIndex; ++index)
-        ok = store->copyIndex(action.line, quint16(index), action.targetLine, quint16(index + action.offset)) && ok;
+        ok = store->copyIndex(action.line, quint16(index), action.targetLine,
+                              quint16(index + action.offset)) &&
+             ok;
     return ok;
 }
 
@@ -197,8 +200,9 @@ bool ImportHandler::runImport(const actionSetting &action)
                              quint16(index + action.offset), true);
     }
     if (deleteObjects) {
+        const QSet<quint16> taken(newList.cbegin(), newList.cend());
         for (const quint16 index : oldList) {
-            if (!newList.contains(index))
+            if (!taken.contains(index))
                 store->removeIndex(action.targetLine, index, false);
         }
     }

@@ -70,6 +70,21 @@ QString ObjDictPdoTables::row(quint8 line, const Entry &entry) const
         .arg(QString::number(entry.value, 16).rightJustified(8, QLatin1Char('0')).toUpper());
 }
 
+void ObjDictPdoTables::writeMapTable(QTextStream &out, quint8 line, const char *type, const QString &name,
+                                     const Table &table, bool routed, const QString &filler) const
+{
+    out << "static CORE_CONST " << type << " CORE_CONST_STORAGE_CLASS\tmapTable" << name << " = {\n"
+        << "\t(UNSIGNED8)" << table.size() << "u,\n\t{\n";
+    for (const Entry &entry : table) {
+        out << row(line, entry);
+        if (routed)
+            out << ", " << routingList(entry.value);
+        out << " },\n";
+    }
+    writeFiller(out, int(table.size()), filler);
+    out << "\t}\n};\n";
+}
+
 void ObjDictPdoTables::writeFiller(QTextStream &out, int from, const QString &routing) const
 {
     for (int entry = from; entry < maxEntries; ++entry) {
@@ -137,13 +152,8 @@ void ObjDictPdoTables::write(QTextStream &out)
             const Table table = entries(line, index);
             if (table.isEmpty())
                 continue;
-            out << "static CORE_CONST PDO_TR_MAP_TABLE_T CORE_CONST_STORAGE_CLASS\tmapTableTPDO" << suffix
-                << number << " = {\n"
-                << "\t(UNSIGNED8)" << table.size() << "u,\n\t{\n";
-            for (const Entry &entry : table)
-                out << row(line, entry) << " },\n";
-            writeFiller(out, int(table.size()), QString());
-            out << "\t}\n};\n";
+            writeMapTable(out, line, "PDO_TR_MAP_TABLE_T", QStringLiteral("TPDO%1%2").arg(suffix).arg(number),
+                          table, false, QString());
         }
         for (const quint16 index : context.model.indices(line, 0x1400, 0x15FF)) {
             if (!isStaticMapping(line, index))
@@ -154,28 +164,18 @@ void ObjDictPdoTables::write(QTextStream &out)
                 out << "/* Mapping table RPDO " << number << " */\n";
                 if (table.isEmpty())
                     continue;
-                out << "static CORE_CONST PDO_REC_MAP_TABLE_T CORE_CONST_STORAGE_CLASS\tmapTableRPDO"
-                    << suffix << number << " = {\n"
-                    << QStringLiteral("\t(UNSIGNED8)%1u,\n").arg(table.size()) << "\t{\n";
-                for (const Entry &entry : table)
-                    out << row(line, entry) << ", " << routingList(entry.value) << " },\n";
-                writeFiller(out, int(table.size()), noRoutes);
-                out << "\t}\n};\n";
+                writeMapTable(out, line, "PDO_REC_MAP_TABLE_T",
+                              QStringLiteral("RPDO%1%2").arg(suffix).arg(number), table, true, noRoutes);
             } else if (!table.isEmpty() && !uniqueRpdoTables[line].contains(table)) {
                 uniqueRpdoTables[line].append(table);
             }
         }
         const QList<Table> &unique = uniqueRpdoTables[line];
         for (int number = 0; number < unique.size(); ++number) {
-            const Table &table = unique.at(number);
-            out << "/* unique rpdo defintion */\n"
-                << "static CORE_CONST PDO_REC_MAP_TABLE_T CORE_CONST_STORAGE_CLASS\tmapTableRPDO" << suffix
-                << number << " = {\n"
-                << "\t(UNSIGNED8)" << table.size() << "u,\n\t{\n";
-            for (const Entry &entry : table)
-                out << row(line, entry) << " },\n";
-            writeFiller(out, int(table.size()), QString());
-            out << "\t}\n};\n";
+            out << "/* unique rpdo defintion */\n";
+            writeMapTable(out, line, "PDO_REC_MAP_TABLE_T",
+                          QStringLiteral("RPDO%1%2").arg(suffix).arg(number), unique.at(number), false,
+                          QString());
         }
     }
 }

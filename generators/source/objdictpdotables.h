@@ -38,6 +38,9 @@ private:
     int mappingCount(quint8 line, quint16 commIndex) const;
     Table entries(quint8 line, quint16 commIndex) const;
     QString row(quint8 line, const Entry &entry) const;
+    // One mapping table "mapTable<name>" of the stack type, its rows, the unused rows, the closing.
+    void writeMapTable(QTextStream &out, quint8 line, const char *type, const QString &name,
+                       const Table &table, bool routed, const QString &filler) const;
     void writeFiller(QTextStream &out, int from, const QString &routing) const;
     QString routingList(quint32 value) const;
 

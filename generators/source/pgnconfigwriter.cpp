@@ -67,15 +67,7 @@ QString PgnConfigWriter::transmitTables() const
         text +=
             QStringLiteral("static%1 J1939_PGN_CONFIG_T\tjPgnTransmitConfig%2[%3] = {\n")
                 .arg(context.constText(), context.suffix(line), size(transmitCountName, transmitCount(line)));
-        QStringList rows;
-        const QList<quint32> numbers = context.configuredPgns(line, Direction::Transmit);
-        for (const quint32 number : numbers) {
-            PGN pgn;
-            context.store().getPGN(line, number, Direction::Transmit, pgn);
-            pgn.number = number;
-            rows << pgnRow(line, Direction::Transmit, pgn);
-        }
-        text += rows.join(QStringLiteral(",\n")) + QStringLiteral("\n};\n");
+        text += configRows(line, Direction::Transmit) + QStringLiteral("\n};\n");
     }
     return text;
 }
@@ -90,17 +82,22 @@ QString PgnConfigWriter::receiveTables() const
         text += QStringLiteral("static %1 J1939_PGN_CONFIG_T\tjPgnReceiveConfig%2[%3]= {\n")
                     .arg(context.constText(), context.suffix(line),
                          size(context.dialect().receiveSizeName, receiveCount(line)));
-        QStringList rows;
-        const QList<quint32> numbers = context.configuredPgns(line, Direction::Receive);
-        for (const quint32 number : numbers) {
-            PGN pgn;
-            context.store().getPGN(line, number, Direction::Receive, pgn);
-            pgn.number = number;
-            rows << pgnRow(line, Direction::Receive, pgn);
-        }
-        text += rows.join(QStringLiteral(",\n")) + QStringLiteral("\n};\n");
+        text += configRows(line, Direction::Receive) + QStringLiteral("\n};\n");
     }
     return text;
+}
+
+QString PgnConfigWriter::configRows(quint8 line, quint8 direction) const
+{
+    QStringList rows;
+    const QList<quint32> numbers = context.configuredPgns(line, direction);
+    for (const quint32 number : numbers) {
+        PGN pgn;
+        context.store().getPGN(line, number, direction, pgn);
+        pgn.number = number;
+        rows << pgnRow(line, direction, pgn);
+    }
+    return rows.join(QStringLiteral(",\n"));
 }
 
 QString PgnConfigWriter::pgnRow(quint8 line, quint8 direction, const PGN &pgn) const

@@ -24,6 +24,8 @@ public:
     int receiveCount(quint8 line) const;
 
 private:
+    // The configuration rows of the line's PGNs of one direction, joined by ",\n".
+    QString configRows(quint8 line, quint8 direction) const;
     QString pgnRow(quint8 line, quint8 direction, const PGN &pgn) const;
     QString fdRows(const PGN &pgn) const;
     QString size(const char *singleLineName, int count) const;
