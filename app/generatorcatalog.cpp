@@ -14,6 +14,8 @@
 #include "generators/source/indicationgenerator.h"
 #include "generators/source/indicationgeneratorv4.h"
 #include "generators/source/indicesgenerator.h"
+#include "generators/source/multiprogenerator.h"
+#include "generators/source/multiprogeneratorv4.h"
 #include "generators/source/objdictgenerator.h"
 #include "generators/source/objdictgeneratorv4.h"
 #include "generators/source/pgngenerator.h"
@@ -23,7 +25,6 @@
 
 std::unique_ptr<AbstractGenerator> GeneratorCatalog::create(GeneratorKind kind, const GeneratorOptions &options) const
 {
-    Q_UNUSED(options)
     switch (kind) {
     case GeneratorKind::Define:
         if (options.currentFamily)
@@ -55,6 +56,10 @@ std::unique_ptr<AbstractGenerator> GeneratorCatalog::create(GeneratorKind kind, 
         objDict->setCamMode(options.camMode);
         return objDict;
     }
+    case GeneratorKind::MultiPro:
+        if (options.currentFamily)
+            return std::make_unique<MultiProGeneratorV4>(options.compact);
+        return std::make_unique<MultiProGenerator>(options.compact);
     case GeneratorKind::VObjDict: {
         std::unique_ptr<VobjDictGeneratorBase> virtualObjects;
         if (options.currentFamily)

@@ -68,6 +68,9 @@ public:
     QString securityRowCount(quint8 line) const;
     QString udsCommonInit() const;
     QString udsLineInit(quint8 line, bool multiLine) const;
+    // The constants through which the stack calls the application's UDS functions; the older
+    // generation binds them at run time only.
+    virtual QString udsStaticIndications() const { return QString(); }
 
 protected:
     CommonGeneratorHelperBase(ObjectDataBase *store, const CommonHelperDialect &dialect, QObject *parent);

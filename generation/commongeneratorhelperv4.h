@@ -26,7 +26,7 @@ public:
     QList<quint8> udsAuthenticationServices(quint8 line) const { return authenticationServices(line); }
     QString udsAuthenticationTable(quint8 line) const { return authenticationTable(line); }
     static QString udsBootloaderInit();
-    QString udsStaticIndications() const;
+    QString udsStaticIndications() const override;
 
     // The indications a project can bind statically, in the order the stack lists them.
     static const QList<UdsStaticIndication> &udsIndicationTable();

@@ -404,7 +404,9 @@ void GeneratorMainHandler::generateSources(Run &run)
     }
     if (!run.hasRawCAN && !(run.hasCANopen && run.hasJ1939))
         return;
-    runGenerator(create(GeneratorKind::MultiPro), Step::MultiPro, 0);
+    GeneratorOptions multiProOptions;
+    multiProOptions.compact = run.compact;
+    runGenerator(create(GeneratorKind::MultiPro, multiProOptions), Step::MultiPro, 0);
     for (const quint8 line : std::as_const(run.lines)) {
         const int type = run.types.value(line);
         if (hasJ1939Type(type))

@@ -23,6 +23,7 @@ protected:
 
     void prepare() override;
     void writeContent(QTextStream &out) override;
+    bool compact() const { return compactDescription; }
 
 private:
     const ObjDictDialect &dialect;

@@ -174,8 +174,13 @@ void ObjDictHeadWriter::writeCounts(QTextStream &out) const
 
 void ObjDictHeadWriter::updateUserHeader() const
 {
+    updateUserHeader(context, context.model.number(QStringLiteral("generate_string_defaults")) >= 1, false);
+}
+
+void ObjDictHeadWriter::updateUserHeader(const ObjDictContext &context, bool wanted, bool separated)
+{
     const QString path = context.outputPath + QStringLiteral("/gen_user.h");
-    if (context.model.number(QStringLiteral("generate_string_defaults")) < 1) {
+    if (!wanted) {
         QFile::remove(path);
         return;
     }
@@ -192,7 +197,8 @@ void ObjDictHeadWriter::updateUserHeader() const
            "#define GEN_USER_H 1\n\n"
            "#include <gen_define.h>\n"
            "#include <co_canopen.h>\n"
-           "/* prototype for function to overwrite predefined connection set */\n"
+        << (separated ? "\n" : "")
+        << "/* prototype for function to overwrite predefined connection set */\n"
            "RET_T userOverwriteCobIdSettings(void);\n";
     if (context.multiLineForm())
         out << "RET_T userOverwriteCobIdSettingsLine(UNSIGNED8 canLine);\n";

@@ -19,7 +19,7 @@ struct CountRow
     bool usdo;
 };
 
-constexpr CountRow countRows[] = {
+constexpr CountRow serviceCountRows[] = {
     {"{ CO_OBJECT_COUNTS },\n", false},
     {"{ CO_TXPDO_COUNTS },\n", false},
     {"{ CO_RXPDO_COUNTS },\n", false},
@@ -91,6 +91,18 @@ QString ObjDictInitWriter::udsLineInit(quint8 line, bool multiLine) const
     return helper->udsLineInit(line, multiLine);
 }
 
+QString ObjDictInitWriter::countRows(const QString &indent, bool usdo)
+{
+    QString text;
+    for (const auto &row : serviceCountRows) {
+        if (row.usdo && !usdo)
+            continue;
+        const QString rowText = QString::fromLatin1(row.text);
+        text += rowText.startsWith(QLatin1Char('#')) ? rowText : indent + rowText;
+    }
+    return text;
+}
+
 QString ObjDictInitWriter::serviceInitVars(bool local) const
 {
     const QString indent = local ? QStringLiteral("       ") : QStringLiteral("   ");
@@ -99,12 +111,7 @@ QString ObjDictInitWriter::serviceInitVars(bool local) const
                                           "CO_SERVICE_INIT_VAL_T\tserviceInitVars = {\n");
     if (newInitStructure())
         text += indent + QStringLiteral("%1u,\n").arg(canopenInitVersion);
-    for (const auto &row : countRows) {
-        if (row.usdo && context.dialect.localServiceInitVars)
-            continue;
-        const QString rowText = QString::fromLatin1(row.text);
-        text += rowText.startsWith(QLatin1Char('#')) ? rowText : indent + rowText;
-    }
+    text += countRows(indent, !context.dialect.localServiceInitVars);
     if (context.canFd && !newInitStructure())
         text += indent + QStringLiteral("{ CO_NODE_ID_FUNCTIONS }, \n") + indent +
                 QStringLiteral("{ CO_TRUE }\n");
@@ -294,13 +301,12 @@ void ObjDictInitWriter::writeLineSwitch(QTextStream &out) const
            "}\n";
 }
 
-void ObjDictInitWriter::writeFinishFunction(QTextStream &out) const
+bool ObjDictInitWriter::pdoRouting(const ObjDictModel &model, const QList<quint8> &lines)
 {
-    const ObjDictModel &model = context.model;
     int routed = 0;
     int maps = 0;
     int dynamicMaps = 0;
-    for (const quint8 line : context.initLines()) {
+    for (const quint8 line : lines) {
         routed += model.subCount(line, 0x1F2C, 1);
         for (const quint16 index : model.indices(line, 0x1600, 0x17FF)) {
             ++maps;
@@ -309,8 +315,13 @@ void ObjDictInitWriter::writeFinishFunction(QTextStream &out) const
                 ++dynamicMaps;
         }
     }
+    return routed > 0 && maps > 0 && dynamicMaps > 0;
+}
+
+void ObjDictInitWriter::writeFinishFunction(QTextStream &out) const
+{
     out << "RET_T coCanOpenStackInit_finish(void)\n{\n";
-    if (routed > 0 && maps > 0 && dynamicMaps > 0)
+    if (pdoRouting(context.model, context.initLines()))
         out << "    RET_T retVal;\n    /* initialize PDO routing */ \n    retVal = coPdoNetworkRouting();\n"
             << ObjDictServiceCalls::check();
     else

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class ObjDictContext;
+class ObjDictModel;
 class ObjDictServiceCalls;
 class QTextStream;
 
@@ -16,6 +18,13 @@ public:
     void writeSingleLine(QTextStream &out) const;
     void writeMultiLine(QTextStream &out) const;
     void writeJ1939OdInit(QTextStream &out) const;
+
+    // The rows of the service count structure from the object counts to the node-IDs, each behind the
+    // indent; the USDO rows only where the generation knows them.
+    static QString countRows(const QString &indent, bool usdo);
+    // PDOs are routed between the lines: the lines have routing entries in 0x1F2C and RPDO mappings
+    // of which at least one may change at run time.
+    static bool pdoRouting(const ObjDictModel &model, const QList<quint8> &lines);
 
 private:
     // The structure of service counts; the older generation writes it as a local with its own indent.

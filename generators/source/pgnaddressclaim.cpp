@@ -124,3 +124,9 @@ QString PgnAddressClaim::assignments(const PgnContext &context, const PgnManaged
     }
     return text;
 }
+
+QString PgnAddressClaim::initialisation(const PgnContext &context, const PgnManagedVariables &variables)
+{
+    return QStringLiteral("\n\t/* initilization of managed variables for address claiming */ \n") +
+           assignments(context, variables) + '\n';
+}

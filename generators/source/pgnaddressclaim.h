@@ -19,4 +19,6 @@ public:
     // Run-time assignments of the NAME fields to their managed slots, for projects whose managed
     // arrays are not initialised where they are defined.
     static QString assignments(const PgnContext &context, const PgnManagedVariables &variables);
+    // The assignments under their comment, as an init function writes them.
+    static QString initialisation(const PgnContext &context, const PgnManagedVariables &variables);
 };

@@ -55,22 +55,21 @@ GeneratorStatus PGNGeneratorBase::start()
     if (running)
         return GeneratorStatus::Busy;
     multiLine = projectLines().size() > 1;
-    if (database) {
-        // The store is released for this one write; its listeners hear nothing of it, as of the run.
-        setGeneratorActive(false);
-        const bool signalsWereBlocked = database->blockSignals(true);
-        declareIdentify(true);
-        database->blockSignals(signalsWereBlocked);
-        setGeneratorActive(true);
-    }
+    declareIdentify(true);
     return AbstractGenerator::start();
 }
 
 void PGNGeneratorBase::declareIdentify(bool force)
 {
     Q_UNUSED(force)
-    if (database)
-        PgnAddressClaim::declare(*database);
+    if (!database)
+        return;
+    // The store is released for this one write; its listeners hear nothing of it, as of the run.
+    setGeneratorActive(false);
+    const bool signalsWereBlocked = database->blockSignals(true);
+    PgnAddressClaim::declare(*database);
+    database->blockSignals(signalsWereBlocked);
+    setGeneratorActive(true);
 }
 
 void PGNGeneratorBase::openBlocks(bool multiLineForm)
@@ -110,9 +109,14 @@ QString PGNGeneratorBase::lineConfigurations(bool *written) const
     return PgnConfigWriter(*context).lineConfigurations(written);
 }
 
-QString PGNGeneratorBase::addressClaimAssignments() const
+QString PGNGeneratorBase::addressClaimInitialisation() const
 {
-    return PgnAddressClaim::assignments(*context, *variables);
+    return PgnAddressClaim::initialisation(*context, *variables);
+}
+
+bool PGNGeneratorBase::staticInit() const
+{
+    return context->staticInit();
 }
 
 QString PGNGeneratorBase::serviceInitRows() const

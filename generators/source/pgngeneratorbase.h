@@ -37,8 +37,10 @@ public:
     QString addressClaimConfigurations() const;
     // Sets `written` when at least one line configuration was written.
     QString lineConfigurations(bool *written = nullptr) const;
-    // The run-time assignments of the NAME fields.
-    QString addressClaimAssignments() const;
+    // The run-time assignments of the NAME fields under their comment.
+    QString addressClaimInitialisation() const;
+    // Whether the managed arrays are initialised where they are defined.
+    bool staticInit() const;
     QString serviceInitRows() const;
 
 protected:

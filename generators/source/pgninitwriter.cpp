@@ -49,8 +49,7 @@ QString PgnInitWriter::text() const
         text += helper.udsCommonInit() + '\n';
     text += watchdog();
     if (!context.staticInit())
-        text += QStringLiteral("\n\t/* initilization of managed variables for address claiming */ \n") +
-                PgnAddressClaim::assignments(context, variables) + '\n';
+        text += PgnAddressClaim::initialisation(context, variables);
     text += lineInits();
     text += watchdog();
     if (PgnContext::anyBase(store.getJ1939Setting(QStringLiteral("cia510serversupport"))) == 1)

@@ -141,4 +141,11 @@ QString maskDate(const QString &text)
     return masked;
 }
 
+QString readExpected(const QString &path, const QString &actual)
+{
+    if (qEnvironmentVariableIsSet("KESTREL_UPDATE_GOLDEN"))
+        writeFile(path, actual.toUtf8());
+    return QString::fromUtf8(readFile(path));
+}
+
 } // namespace TestProjects

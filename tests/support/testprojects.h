@@ -35,6 +35,10 @@ bool allowFailingModelCheck();
 QByteArray readFile(const QString &path);
 bool writeFile(const QString &path, const QByteArray &content);
 
+// The expected file of a golden test. With KESTREL_UPDATE_GOLDEN set in the environment the actual text
+// is written over it first, so that a changed generator shows up as a diff of the golden files.
+QString readExpected(const QString &path, const QString &actual);
+
 // Replaces the date line of a generated C head (" * <date>") by " * DATE", so that outputs compare.
 QString maskDate(const QString &text);
 

@@ -312,11 +312,4 @@ QString readGenerated(const QString &path)
     return TestProjects::maskDate(QString::fromUtf8(TestProjects::readFile(path)));
 }
 
-QString readExpected(const QString &path, const QString &actual)
-{
-    if (qEnvironmentVariableIsSet("KESTREL_UPDATE_GOLDEN"))
-        TestProjects::writeFile(path, actual.toUtf8());
-    return QString::fromUtf8(TestProjects::readFile(path));
-}
-
 } // namespace HeaderProjects

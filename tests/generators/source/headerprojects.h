@@ -39,8 +39,4 @@ bool run(AbstractGenerator &generator, ObjectDataBase &store, const QString &out
 // A file that the generator wrote, with the date line masked; empty when it is missing.
 QString readGenerated(const QString &path);
 
-// The expected file of a golden test. With KESTREL_UPDATE_GOLDEN set in the environment the actual text
-// is written over it first, so that a changed generator shows up as a diff of the golden files.
-QString readExpected(const QString &path, const QString &actual);
-
 } // namespace HeaderProjects

@@ -96,9 +96,9 @@ private slots:
         const Output output = generate(builder, currentFamily, project);
         const QString folder = HeaderProjects::goldenFolder(project) + (currentFamily ? "/" : "/older_");
         const QString header =
-            HeaderProjects::readExpected(folder + QStringLiteral("gen_extern_decl.h"), output.header);
+            TestProjects::readExpected(folder + QStringLiteral("gen_extern_decl.h"), output.header);
         const QString definitions =
-            HeaderProjects::readExpected(folder + QStringLiteral("gen_var_decl.c"), output.definitions);
+            TestProjects::readExpected(folder + QStringLiteral("gen_var_decl.c"), output.definitions);
         QVERIFY(!header.isEmpty() && !definitions.isEmpty());
         QCOMPARE(output.header.split('\n'), header.split('\n'));
         QCOMPARE(output.definitions.split('\n'), definitions.split('\n'));

@@ -75,7 +75,7 @@ private slots:
         ProjectBuilder builder;
         HeaderProjects::find(project)->build(builder);
         const QString actual = generate(builder, currentFamily, project);
-        const QString expected = HeaderProjects::readExpected(
+        const QString expected = TestProjects::readExpected(
             HeaderProjects::goldenFolder(project) + (currentFamily ? "/" : "/older_") + "gen_indication.h",
             actual);
         QVERIFY(!expected.isEmpty());

@@ -55,7 +55,7 @@ private slots:
         ProjectBuilder builder;
         HeaderProjects::find(project)->build(builder);
         const QString actual = generate(builder, builder.store().getLines(), true, project);
-        const QString expected = HeaderProjects::readExpected(
+        const QString expected = TestProjects::readExpected(
             HeaderProjects::goldenFolder(project) + QStringLiteral("/gen_indices.h"), actual);
         QVERIFY(!expected.isEmpty());
         QCOMPARE(actual.split('\n'), expected.split('\n'));

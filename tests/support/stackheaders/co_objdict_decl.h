@@ -12,6 +12,7 @@
 #include <string.h>
 #include <gen_define.h>
 #include <core_datatype.h>
+#include <core_common.h>
 
 #if defined(CAN_MULTI_LINE_CNT)
 #define CO_OD_LINE_CNT CAN_MULTI_LINE_CNT
@@ -42,17 +43,6 @@ typedef char *UTF8_STRING;
 typedef UNSIGNED8 OCTET_STRING;
 typedef UNSIGNED8 *CO_DOMAIN_PTR;
 
-/* Data types of a description row. */
-enum {
-    CORE_DTYPE_NON_NUMERIC, CORE_DTYPE_BOOL, CORE_DTYPE_U8, CORE_DTYPE_U16, CORE_DTYPE_U24, CORE_DTYPE_U32,
-    CORE_DTYPE_U40, CORE_DTYPE_U48, CORE_DTYPE_U56, CORE_DTYPE_U64, CORE_DTYPE_I8, CORE_DTYPE_I16,
-    CORE_DTYPE_I24, CORE_DTYPE_I32, CORE_DTYPE_I40, CORE_DTYPE_I48, CORE_DTYPE_I56, CORE_DTYPE_I64,
-    CORE_DTYPE_R32, CORE_DTYPE_R64, CORE_DTYPE_STRING_NULL, CORE_DTYPE_OCTET_STRING, CORE_DTYPE_UTF8,
-    CORE_DTYPE_DOMAIN, CORE_DTYPE_TD, CORE_DTYPE_US, CORE_DTYPE_U9, CORE_DTYPE_U10, CORE_DTYPE_U11,
-    CORE_DTYPE_U12, CORE_DTYPE_U13, CORE_DTYPE_U14, CORE_DTYPE_U15, CORE_DTYPE_U18, CORE_DTYPE_U19,
-    CORE_DTYPE_U21, CORE_DTYPE_U29, CORE_DTYPE_SN, CORE_DTYPE_SA
-};
-
 /* Service classes: who serves the value of a sub-index. */
 enum {
     CO_DSPEC, CO_DSPEC_CONST, CO_DSPEC_SYNC, CO_DSPEC_EMCY, CO_DSPEC_ERRCTRL, CO_DSPEC_STORE, CO_DSPEC_TIME,
@@ -81,8 +71,6 @@ enum {
 #ifdef CO_STACK_GENERATION_OLDER
 /* The older generation joins type and service class in one value. */
 #define CO_DTYPE_OLDER(type, service) ((type) * 32u + (service))
-#define CORE_DTYPE_VS CORE_DTYPE_STRING_NULL
-#define CORE_DTYPE_OS CORE_DTYPE_OCTET_STRING
 #define CO_OLDER_TYPES(X) \
     X(BOOL) X(U8) X(U16) X(U24) X(U32) X(U40) X(U48) X(U64) X(I8) X(I16) X(I24) X(I32) X(R32) X(VS) X(OS) X(UTF8)
 enum {
@@ -258,24 +246,6 @@ typedef struct {
 } CO_INIT_OPTION_T;
 
 typedef RET_T (*CO_EVENT_STORE_T)();
-
-#ifdef CO_STACK_GENERATION_OLDER
-/* The older generation's common init structure. */
-#define MP_PROT_TYPE_UNKNOWN 0x00u
-#define MP_PROT_TYPE_CANOPEN 0x01u
-#define MP_PROT_TYPE_J1939 0x02u
-#define MP_PROT_TYPE_RAWCAN 0x04u
-#define MP_PROT_TYPE_UDS 0x08u
-typedef struct {
-    UNSIGNED8 version;
-    UNSIGNED16 recBufferCnt[CO_OD_LINE_CNT];
-    UNSIGNED16 trBufferCnt[CO_OD_LINE_CNT];
-    UNSIGNED16 cobCnt[CO_OD_LINE_CNT];
-    UNSIGNED16 protocolType[CO_OD_LINE_CNT];
-} CO_COMMON_INIT_VAL_T;
-RET_T commonStackInit();
-#define RET_INVALID_PARAMETER RET_PARAMETER_INVALID
-#endif
 
 /* The multi-line entry calls the common part before the file defines it. */
 RET_T coCanOpenStackInit_common();

@@ -28,4 +28,37 @@ typedef struct {
 
 RET_T coreStackInit(CORE_COMMON_INIT_VAL_T *pInitVals);
 
+/* The common initialisation of the older generation; its tests define one of these on the command line. */
+#if defined(KESTREL_OLDER_STACK) || defined(CO_STACK_GENERATION_OLDER)
+#include <co_datatype.h>
+#if defined(CO_MULTI_LINE_CNT)
+#define CO_COMMON_LINE_CNT CO_MULTI_LINE_CNT
+#else
+#define CO_COMMON_LINE_CNT 1u
+#endif
+typedef UNSIGNED16 MP_PROTOCOL_TYPE_T;
+#define MP_PROT_TYPE_UNKNOWN 0x00u
+#define MP_PROT_TYPE_CANOPEN 0x01u
+#define MP_PROT_TYPE_J1939 0x02u
+#define MP_PROT_TYPE_RAWCAN 0x04u
+#define MP_PROT_TYPE_UDS 0x08u
+typedef struct {
+    UNSIGNED8 version;
+    UNSIGNED16 recBufferCnt[CO_COMMON_LINE_CNT];
+    UNSIGNED16 trBufferCnt[CO_COMMON_LINE_CNT];
+    UNSIGNED16 cobCnt[CO_COMMON_LINE_CNT];
+    MP_PROTOCOL_TYPE_T protocolType[CO_COMMON_LINE_CNT];
+#ifdef ISOTP_SUPPORTED
+    UNSIGNED8 isotpClientCnt[CO_COMMON_LINE_CNT];
+    UNSIGNED8 isotpServerCnt[CO_COMMON_LINE_CNT];
+#endif
+#ifdef CO_CANFD_SUPPORTED
+    BOOL_T fdMode[CO_COMMON_LINE_CNT];
+#endif
+} CO_COMMON_INIT_VAL_T;
+RET_T commonStackInit(CO_COMMON_INIT_VAL_T *pInitVals);
+#define RET_INVALID_PARAMETER RET_PARAMETER_INVALID
+#define RET_SERVICE_NOT_INITIALIZED RET_NOT_INITIALIZED
+#endif
+
 #endif /* CORE_COMMON_H */

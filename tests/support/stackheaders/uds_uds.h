@@ -82,8 +82,13 @@ typedef struct {
 #endif
 } UDS_CONFIG_INIT_VAL_T;
 
+/* The bootloader's board configuration gives the UDS CAN-IDs that the project leaves at 0. */
+UNSIGNED32 CFG_UDS_REQ_ID(void);
+UNSIGNED32 CFG_UDS_RES_ID(void);
+UNSIGNED32 CFG_UDS_FUNC_ID(void);
+
 RET_T udsStackInit_common(CORE_CONST UDS_SERVICE_INIT_VAL_T *pInitVals);
-#ifdef CAN_MULTI_LINE
+#if defined(CAN_MULTI_LINE) || defined(CO_MULTI_LINE)
 RET_T udsStackInit_line(CAN_LINE_TYPE canLine, CORE_CONST UDS_CONFIG_INIT_VAL_T *pConfig);
 #else
 RET_T udsStackInit_line(CORE_CONST UDS_CONFIG_INIT_VAL_T *pConfig);
@@ -106,7 +111,7 @@ typedef struct UDS_DATA_TRANSFER_PARA UDS_DATA_TRANSFER_PARA_T;
 typedef struct UDS_GENERIC_PARA UDS_GENERIC_PARA_T;
 
 /* The static indications take the line first in the multi-line form. */
-#ifdef CAN_MULTI_LINE
+#if defined(CAN_MULTI_LINE) || defined(CO_MULTI_LINE)
 #define UDS_LINE_PARAMETER CAN_LINE_TYPE canLine,
 #else
 #define UDS_LINE_PARAMETER

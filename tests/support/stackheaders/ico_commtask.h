@@ -1,0 +1,5 @@
+/* Stand-in of an internal header of the stack core; the generated files use nothing of it. */
+#ifndef ICO_COMMTASK_H
+#define ICO_COMMTASK_H 1
+
+#endif
