@@ -32,7 +32,7 @@ private slots:
             {GeneratorKind::ExtDecl, "declarations", "gen_extern_decl.h", "gen_extern_decl.h"},
             {GeneratorKind::Indication, "indications", "", "gen_indication.h"},
             {GeneratorKind::Pgn, "PGN source", "gen_pgn.c", "gen_pgn.c"},
-            {GeneratorKind::MultiPro, "multi-protocol source", "gen_mp.c", "gen_objdict.c"},
+            {GeneratorKind::MultiPro, "multi-protocol source", "gen_mp.c", "gen_mp.c"},
             {GeneratorKind::VObjDict, "virtual objects", "gen_vobjdict.c", "gen_vobjdict.c"},
             {GeneratorKind::Srdo, "safety objects", "gen_srdo.c", "gen_srdo.c"},
             {GeneratorKind::Sdm, "safety data", "gen_sdg.c", ""},

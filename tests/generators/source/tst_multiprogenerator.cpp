@@ -121,6 +121,20 @@ private slots:
                                       "    if ((pProtType[2] & CORE_PROT_TYPE_RAWCAN) != CORE_PROT_TYPE_RAWCAN) {"}));
     }
 
+    // The written file's name depends on the project, so a run asks about gen_objdict.c beforehand.
+    void writableWhenTheDictionaryIs()
+    {
+        QTemporaryDir dir;
+        const QString dictionary = dir.filePath(QStringLiteral("gen_objdict.c"));
+        QVERIFY(TestProjects::writeFile(dictionary, QByteArray()));
+        QVERIFY(QFile::setPermissions(dictionary, QFile::ReadOwner));
+        const auto generator = GeneratorCatalog().create(GeneratorKind::MultiPro, GeneratorOptions());
+        generator->setOutputPath(dir.path());
+        QVERIFY(!generator->isOutputWritable());
+        QVERIFY(QFile::setPermissions(dictionary, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(generator->isOutputWritable());
+    }
+
     void catalogPicksTheFamily()
     {
         GeneratorOptions options;
