@@ -1,5 +1,7 @@
 #include "testprojects.h"
 
+#include <QCoreApplication>
+
 #include <QAtomicInt>
 #include <QFile>
 #include <QProcess>
@@ -146,6 +148,17 @@ QString readExpected(const QString &path, const QString &actual)
     if (qEnvironmentVariableIsSet("KESTREL_UPDATE_GOLDEN"))
         writeFile(path, actual.toUtf8());
     return QString::fromUtf8(readFile(path));
+}
+
+void setGeneratorApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("CANopen Kestrel"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("4.3.2"));
+}
+
+QString readGenerated(const QString &path)
+{
+    return maskDate(QString::fromUtf8(readFile(path)));
 }
 
 } // namespace TestProjects

@@ -39,6 +39,11 @@ bool writeFile(const QString &path, const QByteArray &content);
 // is written over it first, so that a changed generator shows up as a diff of the golden files.
 QString readExpected(const QString &path, const QString &actual);
 
+// Names the program as the heads of generated files show it in the golden files.
+void setGeneratorApplication();
+// A generated file with the date line masked; empty when it is missing.
+QString readGenerated(const QString &path);
+
 // Replaces the date line of a generated C head (" * <date>") by " * DATE", so that outputs compare.
 QString maskDate(const QString &text);
 

@@ -1,11 +1,9 @@
 #include "headerprojects.h"
 
-#include "generation/abstractgenerator.h"
 #include "store/objectdatabase.h"
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
 
-#include <QCoreApplication>
 #include <QDir>
 
 namespace HeaderProjects {
@@ -284,32 +282,6 @@ const Project *find(const QString &name)
 QString goldenFolder(const QString &project)
 {
     return QStringLiteral(KESTREL_HEADER_GOLDEN_DIR "/") + project;
-}
-
-void setApplication()
-{
-    QCoreApplication::setApplicationName(QStringLiteral("CANopen Kestrel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("4.3.2"));
-}
-
-bool run(AbstractGenerator &generator, ObjectDataBase &store, const QString &outputPath,
-         const QString &projectName, bool indices)
-{
-    generator.setOutputPath(outputPath);
-    generator.setDatabase(&store);
-    generator.setProjectName(projectName);
-    if (!indices && generator.setLine(0) != GeneratorStatus::Ok)
-        return false;
-    if (generator.start() != GeneratorStatus::Ok)
-        return false;
-    generator.waitForFinished();
-    generator.waitForThread();
-    return !store.isBlocked();
-}
-
-QString readGenerated(const QString &path)
-{
-    return TestProjects::maskDate(QString::fromUtf8(TestProjects::readFile(path)));
 }
 
 } // namespace HeaderProjects

@@ -7,7 +7,6 @@
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
 
-#include <QCoreApplication>
 #include <QSharedPointer>
 
 namespace MultiProProjects {
@@ -194,12 +193,6 @@ void build(const Project &project, ProjectBuilder &builder, bool older)
     builder.store().updatePGNMappingCounts();
 }
 
-void setApplication()
-{
-    QCoreApplication::setApplicationName(QStringLiteral("CANopen Kestrel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("4.3.2"));
-}
-
 bool generate(ObjectDataBase &store, const QString &folder)
 {
     Log log;
@@ -222,11 +215,6 @@ bool generate(ObjectDataBase &store, const QString &folder)
 QString goldenPath(const QString &file)
 {
     return QStringLiteral(KESTREL_MULTIPRO_GOLDEN_DIR "/") + file;
-}
-
-QString readGenerated(const QString &path)
-{
-    return TestProjects::maskDate(QString::fromUtf8(TestProjects::readFile(path)));
 }
 
 } // namespace MultiProProjects

@@ -24,15 +24,9 @@ const Project *find(const QString &name);
 // Builds the project for one generation of the stack.
 void build(const Project &project, ProjectBuilder &builder, bool older);
 
-// Names the program as the heads of the generated files show it.
-void setApplication();
-
 // Generates every file of the project into the folder; false when the run did not finish.
 bool generate(ObjectDataBase &store, const QString &folder);
 
 QString goldenPath(const QString &file);
-
-// A generated file with the date line masked; empty when it is missing.
-QString readGenerated(const QString &path);
 
 } // namespace MultiProProjects

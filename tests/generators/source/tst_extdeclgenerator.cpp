@@ -1,4 +1,5 @@
 #include "generators/source/extdeclgenerator.h"
+#include "generatorrun.h"
 #include "generators/source/extdeclgeneratorv4.h"
 #include "headerprojects.h"
 #include "support/projectbuilder.h"
@@ -29,10 +30,10 @@ Output generate(ProjectBuilder &project, bool currentFamily, const QString &proj
 {
     QTemporaryDir dir;
     auto generator = makeGenerator(currentFamily);
-    if (!HeaderProjects::run(*generator, project.store(), dir.path(), projectName))
+    if (!GeneratorRun::run(*generator, project.store(), dir.path(), projectName))
         return {QStringLiteral("<generator did not finish>"), QString()};
-    return {HeaderProjects::readGenerated(dir.filePath(QStringLiteral("gen_extern_decl.h"))),
-            HeaderProjects::readGenerated(dir.filePath(QStringLiteral("gen_var_decl.c")))};
+    return {TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_extern_decl.h"))),
+            TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_var_decl.c")))};
 }
 
 // What the header declares behind its heading.
@@ -71,7 +72,7 @@ class TestExtDeclGenerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { HeaderProjects::setApplication(); }
+    void initTestCase() { TestProjects::setGeneratorApplication(); }
 
     void golden_data()
     {
@@ -228,7 +229,7 @@ private slots:
         ExtDeclGeneratorV4 generator;
         QList<int> progress;
         connect(&generator, &AbstractGenerator::progress, this, [&](quint8 value) { progress << value; });
-        QVERIFY(HeaderProjects::run(generator, project.store(), dir.path(), QStringLiteral("P")));
+        QVERIFY(GeneratorRun::run(generator, project.store(), dir.path(), QStringLiteral("P")));
         QTRY_VERIFY(progress.contains(100));
         QCOMPARE(TestProjects::readFile(dir.filePath(QStringLiteral("gen_extern_decl.h"))), QByteArray());
         QVERIFY(!generator.hasFailed());

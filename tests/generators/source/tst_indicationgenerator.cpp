@@ -1,4 +1,5 @@
 #include "generators/source/indicationgenerator.h"
+#include "generatorrun.h"
 #include "generators/source/indicationgeneratorv4.h"
 #include "headerprojects.h"
 #include "support/projectbuilder.h"
@@ -22,9 +23,9 @@ QString generate(ProjectBuilder &project, bool currentFamily,
         generator = std::make_unique<indicationgeneratorv4>();
     else
         generator = std::make_unique<indicationgenerator>();
-    if (!HeaderProjects::run(*generator, project.store(), dir.path(), projectName))
+    if (!GeneratorRun::run(*generator, project.store(), dir.path(), projectName))
         return QStringLiteral("<generator did not finish>");
-    return HeaderProjects::readGenerated(dir.filePath(QStringLiteral("gen_indication.h")));
+    return TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_indication.h")));
 }
 
 // What stands between the include guard and its end.
@@ -53,7 +54,7 @@ class TestIndicationGenerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { HeaderProjects::setApplication(); }
+    void initTestCase() { TestProjects::setGeneratorApplication(); }
 
     void golden_data()
     {

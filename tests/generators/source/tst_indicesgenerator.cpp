@@ -1,4 +1,5 @@
 #include "generators/source/indicesgenerator.h"
+#include "generatorrun.h"
 #include "headerprojects.h"
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
@@ -27,9 +28,9 @@ QString generate(ProjectBuilder &project, const QList<quint8> &lines, bool multi
     IndicesGenerator generator;
     generator.setLines(lines);
     generator.setMultiLine(multiLine);
-    if (!HeaderProjects::run(generator, project.store(), dir.path(), projectName, true))
+    if (!GeneratorRun::run(generator, project.store(), dir.path(), projectName, true))
         return QStringLiteral("<generator did not finish>");
-    return HeaderProjects::readGenerated(dir.filePath(QStringLiteral("gen_indices.h")));
+    return TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_indices.h")));
 }
 
 } // namespace
@@ -39,7 +40,7 @@ class TestIndicesGenerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { HeaderProjects::setApplication(); }
+    void initTestCase() { TestProjects::setGeneratorApplication(); }
 
     void golden_data()
     {

@@ -1,4 +1,5 @@
 #include "generators/source/extdeclgenerator.h"
+#include "generatorrun.h"
 #include "generators/source/extdeclgeneratorv4.h"
 #include "generators/source/indicationgenerator.h"
 #include "generators/source/indicationgeneratorv4.h"
@@ -42,7 +43,7 @@ class TestIndicesHeadersCompile : public QObject
 private slots:
     void initTestCase()
     {
-        HeaderProjects::setApplication();
+        TestProjects::setGeneratorApplication();
         if (!StackCompiler::available())
             QSKIP("no C compiler");
     }
@@ -70,7 +71,7 @@ private slots:
         IndicesGenerator indices;
         indices.setLines(store.getLines());
         indices.setMultiLine(true);
-        QVERIFY(HeaderProjects::run(indices, store, dir.path(), project, true));
+        QVERIFY(GeneratorRun::run(indices, store, dir.path(), project, true));
         QString source = QStringLiteral("#include <gen_define.h>\n#include <co_canopen.h>\n");
         if (currentFamily)
             source += QStringLiteral(
@@ -81,7 +82,7 @@ private slots:
                 indication = std::make_unique<indicationgeneratorv4>();
             else
                 indication = std::make_unique<indicationgenerator>();
-            QVERIFY(HeaderProjects::run(*indication, store, dir.path(), project));
+            QVERIFY(GeneratorRun::run(*indication, store, dir.path(), project));
             source += QStringLiteral("#include <gen_indication.h>\n");
         }
         if (definition->declarations) {
@@ -90,7 +91,7 @@ private slots:
                 declarations = std::make_unique<ExtDeclGeneratorV4>();
             else
                 declarations = std::make_unique<ExtDeclGenerator>();
-            QVERIFY(HeaderProjects::run(*declarations, store, dir.path(), project));
+            QVERIFY(GeneratorRun::run(*declarations, store, dir.path(), project));
             source += QStringLiteral("#include <gen_extern_decl.h>\n");
         }
         source += QStringLiteral("#include <gen_indices.h>\n");

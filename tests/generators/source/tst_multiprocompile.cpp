@@ -16,7 +16,7 @@ class TestMultiProCompile : public QObject
 private slots:
     void initTestCase()
     {
-        MultiProProjects::setApplication();
+        TestProjects::setGeneratorApplication();
         if (!StackCompiler::available())
             QSKIP("no C compiler");
     }

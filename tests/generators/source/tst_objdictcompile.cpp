@@ -1,4 +1,5 @@
 #include "generators/source/codefinegenerator.h"
+#include "generatorrun.h"
 #include "generators/source/gendefinegenerator.h"
 #include "generators/source/indicationgenerator.h"
 #include "generators/source/indicationgeneratorv4.h"
@@ -38,7 +39,7 @@ class TestObjDictCompile : public QObject
 private slots:
     void initTestCase()
     {
-        HeaderProjects::setApplication();
+        TestProjects::setGeneratorApplication();
         if (!StackCompiler::available())
             QSKIP("no C compiler");
     }
@@ -75,8 +76,8 @@ private slots:
             indication = std::make_unique<indicationgeneratorv4>();
         }
         define->setHasJ1939(definition->camMode);
-        QVERIFY(HeaderProjects::run(*define, store, dir.path(), project));
-        QVERIFY(HeaderProjects::run(*indication, store, dir.path(), project));
+        QVERIFY(GeneratorRun::run(*define, store, dir.path(), project));
+        QVERIFY(GeneratorRun::run(*indication, store, dir.path(), project));
         QVERIFY(ObjDictProjects::generate(store, *definition, older, dir.path()));
         QVERIFY(TestProjects::writeFile(dir.filePath(QStringLiteral("app_vars.h")), applicationHeader));
         for (const char *stub : {"co_odaccess.h", "j1939_cam11_cam21.h"})

@@ -1,4 +1,5 @@
 #include "generators/source/objdictcontext.h"
+#include "generatorrun.h"
 #include "generators/source/objdictdialect.h"
 #include "generators/source/objdictgeneratorv4.h"
 #include "generators/source/objdictmodel.h"
@@ -32,11 +33,11 @@ void arrayObject(ProjectBuilder &p, quint16 index, int entries, const QMap<int, 
 
 QString generated(ProjectBuilder &builder, const QString &folder, bool compact = false)
 {
-    HeaderProjects::setApplication();
+    TestProjects::setGeneratorApplication();
     ObjDictGeneratorV4 generator(compact);
-    if (!HeaderProjects::run(generator, builder.store(), folder, QStringLiteral("device")))
+    if (!GeneratorRun::run(generator, builder.store(), folder, QStringLiteral("device")))
         return QString();
-    return HeaderProjects::readGenerated(folder + QStringLiteral("/gen_objdict.c"));
+    return TestProjects::readGenerated(folder + QStringLiteral("/gen_objdict.c"));
 }
 
 } // namespace
@@ -48,7 +49,7 @@ class TestObjDictGenerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { HeaderProjects::setApplication(); }
+    void initTestCase() { TestProjects::setGeneratorApplication(); }
 
     void golden_data()
     {
@@ -73,7 +74,7 @@ private slots:
         const bool update = qEnvironmentVariableIsSet("KESTREL_UPDATE_GOLDEN");
         QStringList expectedFiles;
         for (const QString &file : ObjDictProjects::writtenFiles(dir.path())) {
-            const QString actual = HeaderProjects::readGenerated(dir.filePath(file));
+            const QString actual = TestProjects::readGenerated(dir.filePath(file));
             const QString goldenFile = ObjDictProjects::goldenPath(folder, file);
             if (update) {
                 QDir().mkpath(QFileInfo(goldenFile).path());
@@ -243,7 +244,7 @@ private slots:
         ObjDictGeneratorV4 generator(false);
         QList<int> progress;
         connect(&generator, &AbstractGenerator::progress, this, [&](quint8 value) { progress << value; });
-        QVERIFY(HeaderProjects::run(generator, builder.store(), QStringLiteral("/nonexistent/folder"),
+        QVERIFY(GeneratorRun::run(generator, builder.store(), QStringLiteral("/nonexistent/folder"),
                                     QStringLiteral("device")));
         QCoreApplication::processEvents();
         QVERIFY(!generator.hasFailed());

@@ -1,4 +1,6 @@
 #include "tst_objdictprojects.h"
+#include "support/testprojects.h"
+#include "generatorrun.h"
 
 #include "generators/source/objdictgenerator.h"
 #include "generators/source/objdictgeneratorv4.h"
@@ -370,7 +372,7 @@ bool generate(ObjectDataBase &store, const Project &project, bool older, const Q
     else
         objDict = std::make_unique<ObjDictGeneratorV4>(project.compact);
     objDict->setCamMode(project.camMode);
-    if (!HeaderProjects::run(*objDict, store, folder, QString::fromLatin1(project.name)))
+    if (!GeneratorRun::run(*objDict, store, folder, QString::fromLatin1(project.name)))
         return false;
     if (project.camMode)
         return true;
@@ -385,7 +387,7 @@ bool generate(ObjectDataBase &store, const Project &project, bool older, const Q
         QFile::remove(QDir(folder).filePath(QStringLiteral("gen_vobjdict.c")));
         return true;
     }
-    return HeaderProjects::run(*virtualObjects, store, folder, QString::fromLatin1(project.name));
+    return GeneratorRun::run(*virtualObjects, store, folder, QString::fromLatin1(project.name));
 }
 
 QStringList writtenFiles(const QString &folder)

@@ -1,4 +1,5 @@
 #include "generators/source/pgncontext.h"
+#include "generatorrun.h"
 #include "generators/source/pgndialect.h"
 #include "generators/source/pgngenerator.h"
 #include "generators/source/pgngeneratorv4.h"
@@ -139,7 +140,7 @@ class TestPgnGenerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { PgnProjects::setApplication(); }
+    void initTestCase() { TestProjects::setGeneratorApplication(); }
 
     void golden_data()
     {
@@ -161,8 +162,8 @@ private slots:
         PgnProjects::build(*PgnProjects::find(project), builder);
         QTemporaryDir dir;
         auto pgn = generator(current);
-        QVERIFY(PgnProjects::run(*pgn, builder.store(), dir.path(), project));
-        const QString generated = PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
+        QVERIFY(GeneratorRun::run(*pgn, builder.store(), dir.path(), project));
+        const QString generated = TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
         const QString expected = QString::fromUtf8(TestProjects::readFile(PgnProjects::goldenPath(golden)));
         QVERIFY2(!expected.isEmpty(), qPrintable(golden));
         QCOMPARE(generated.split('\n'), expected.split('\n'));
@@ -240,9 +241,9 @@ private slots:
         setup(builder);
         QTemporaryDir dir;
         auto pgn = generator(current);
-        QVERIFY(PgnProjects::run(*pgn, builder.store(), dir.path(), QStringLiteral("lines")));
+        QVERIFY(GeneratorRun::run(*pgn, builder.store(), dir.path(), QStringLiteral("lines")));
         const QStringList generated =
-            PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c"))).split('\n');
+            TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c"))).split('\n');
         for (const QString &line : present)
             QVERIFY2(generated.contains(line), qPrintable(line));
         for (const QString &line : absent)
@@ -255,8 +256,8 @@ private slots:
         bothDirections(builder);
         QTemporaryDir dir;
         PGNGeneratorV4 pgn;
-        QVERIFY(PgnProjects::run(pgn, builder.store(), dir.path(), QStringLiteral("both")));
-        const QString text = PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
+        QVERIFY(GeneratorRun::run(pgn, builder.store(), dir.path(), QStringLiteral("both")));
+        const QString text = TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
         QCOMPARE(text.count(QStringLiteral("\t&mv_u8[8]\n")), 2);
         QVERIFY(text.contains(QStringLiteral("static UNSIGNED8\tmv_u8[9]= {\n")));
     }
@@ -268,8 +269,8 @@ private slots:
         QTemporaryDir dir;
         QVERIFY(TestProjects::writeFile(dir.filePath(QStringLiteral("no_stdlib_include.txt")), QByteArray()));
         PGNGeneratorV4 pgn;
-        QVERIFY(PgnProjects::run(pgn, builder.store(), dir.path(), QStringLiteral("nostdlib")));
-        const QString text = PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
+        QVERIFY(GeneratorRun::run(pgn, builder.store(), dir.path(), QStringLiteral("nostdlib")));
+        const QString text = TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
         QVERIFY(text.contains(QStringLiteral(" */\n\n#include <gen_define.h>\n#include <j1939_j1939.h>\n")));
         QVERIFY(!text.contains(QStringLiteral("#include <stdlib.h>")));
     }
@@ -361,16 +362,16 @@ private slots:
         QSignalSpy changes(&store, &ObjectDataBase::updateNotify);
         QTemporaryDir dir;
         PGNGeneratorV4 pgn;
-        QVERIFY(PgnProjects::run(pgn, store, dir.path(), QStringLiteral("start")));
+        QVERIFY(GeneratorRun::run(pgn, store, dir.path(), QStringLiteral("start")));
         QVERIFY(store.pgnExists(0, 60928, Direction::Transmit));
         QCOMPARE(store.getSPNs(0, 60928, Direction::Transmit).size(), 9);
         QCOMPARE(changes.count(), 0);
         QVERIFY(!store.isBlocked());
         // A second run finds the group in place and writes the same file.
-        const QString first = PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
+        const QString first = TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c")));
         PGNGeneratorV4 again;
-        QVERIFY(PgnProjects::run(again, store, dir.path(), QStringLiteral("start")));
-        QCOMPARE(PgnProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c"))), first);
+        QVERIFY(GeneratorRun::run(again, store, dir.path(), QStringLiteral("start")));
+        QCOMPARE(TestProjects::readGenerated(dir.filePath(QStringLiteral("gen_pgn.c"))), first);
     }
 
     void rawCanBlocks_data()

@@ -1,4 +1,5 @@
 #include "generators/source/codefinegenerator.h"
+#include "generatorrun.h"
 #include "generators/source/extdeclgenerator.h"
 #include "generators/source/extdeclgeneratorv4.h"
 #include "generators/source/gendefinegenerator.h"
@@ -24,7 +25,7 @@ class TestPgnGeneratorCompile : public QObject
 private slots:
     void initTestCase()
     {
-        PgnProjects::setApplication();
+        TestProjects::setGeneratorApplication();
         if (!StackCompiler::available())
             QSKIP("no C compiler");
     }
@@ -73,9 +74,9 @@ private slots:
         }
         define->setHasJ1939(true);
         define->setMultiProtocol(false);
-        QVERIFY(PgnProjects::run(*define, store, dir.path(), project));
-        QVERIFY(PgnProjects::run(*pgn, store, dir.path(), project));
-        QVERIFY(PgnProjects::run(*declarations, store, dir.path(), project));
+        QVERIFY(GeneratorRun::run(*define, store, dir.path(), project));
+        QVERIFY(GeneratorRun::run(*pgn, store, dir.path(), project));
+        QVERIFY(GeneratorRun::run(*declarations, store, dir.path(), project));
         for (const char *header : {"app.h", "board.h"})
             QVERIFY(TestProjects::writeFile(dir.filePath(QLatin1String(header)), QByteArray()));
 
@@ -100,11 +101,11 @@ private slots:
         QTemporaryDir dir;
         GenDefineGenerator define;
         define.setHasJ1939(true);
-        QVERIFY(PgnProjects::run(define, store, dir.path(), QStringLiteral("j1939_example")));
+        QVERIFY(GeneratorRun::run(define, store, dir.path(), QStringLiteral("j1939_example")));
         PGNGeneratorV4 pgn;
-        QVERIFY(PgnProjects::run(pgn, store, dir.path(), QStringLiteral("j1939_example")));
+        QVERIFY(GeneratorRun::run(pgn, store, dir.path(), QStringLiteral("j1939_example")));
         ExtDeclGeneratorV4 declarations;
-        QVERIFY(PgnProjects::run(declarations, store, dir.path(), QStringLiteral("j1939_example")));
+        QVERIFY(GeneratorRun::run(declarations, store, dir.path(), QStringLiteral("j1939_example")));
         const QString source =
             QString::fromUtf8(TestProjects::readFile(dir.filePath(QStringLiteral("gen_pgn.c"))));
         const QStringList lines = source.split('\n');

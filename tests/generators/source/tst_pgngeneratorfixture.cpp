@@ -1,11 +1,9 @@
 #include "tst_pgngeneratorfixture.h"
 
-#include "generation/abstractgenerator.h"
 #include "store/objectdatabase.h"
 #include "support/projectbuilder.h"
 #include "support/testprojects.h"
 
-#include <QCoreApplication>
 
 namespace PgnProjects {
 
@@ -141,35 +139,9 @@ void build(const Project &project, ProjectBuilder &builder)
     project.build(builder);
 }
 
-void setApplication()
-{
-    QCoreApplication::setApplicationName(QStringLiteral("CANopen Kestrel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("4.3.2"));
-}
-
 QString goldenPath(const QString &file)
 {
     return QStringLiteral(KESTREL_PGN_GOLDEN_DIR "/") + file;
-}
-
-bool run(AbstractGenerator &generator, ObjectDataBase &store, const QString &outputPath,
-         const QString &projectName)
-{
-    generator.setOutputPath(outputPath);
-    generator.setDatabase(&store);
-    generator.setProjectName(projectName);
-    if (generator.setLine(0) != GeneratorStatus::Ok || !generator.isOutputWritable())
-        return false;
-    if (generator.start() != GeneratorStatus::Ok)
-        return false;
-    generator.waitForFinished();
-    generator.waitForThread();
-    return !store.isBlocked();
-}
-
-QString readGenerated(const QString &path)
-{
-    return TestProjects::maskDate(QString::fromUtf8(TestProjects::readFile(path)));
 }
 
 } // namespace PgnProjects
