@@ -1,4 +1,5 @@
 #include "multiprocontext.h"
+#include "pgncontext.h"
 
 #include "multiprodialect.h"
 #include "objdictdialect.h"
@@ -38,8 +39,8 @@ MultiProFlags MultiProFlags::read(ObjectDataBase &store, bool multiLine, bool bo
     for (const quint8 line : linesBelowLimit(store)) {
         const int type = typeOf(store, line);
         flags.hasCANopen = flags.hasCANopen || MultiProContext::isCANopenType(type);
-        flags.hasJ1939 = flags.hasJ1939 || MultiProContext::isJ1939Type(type);
-        flags.hasRawCAN = flags.hasRawCAN || MultiProContext::isRawCanType(type);
+        flags.hasJ1939 = flags.hasJ1939 || PgnContext::isJ1939Type(type);
+        flags.hasRawCAN = flags.hasRawCAN || PgnContext::isRawCanType(type);
     }
     flags.rawCanOnly = flags.hasRawCAN && !flags.hasCANopen && !flags.hasJ1939;
     flags.bootloaderMode =
@@ -69,6 +70,8 @@ MultiProContext::MultiProContext(ObjectDataBase &store, const MultiProDialect &d
     , helper(dialect.objDict.createHelper(&store))
     , lineList(linesBelowLimit(store))
 {
+    for (const quint8 line : std::as_const(lineList))
+        types.insert(line, typeOf(store, line));
     objDict.compactDescription = compact;
     objDict.multiLine = flags.multiLine;
     objDict.canFd = flags.fdSupport;
@@ -87,7 +90,7 @@ QList<quint8> MultiProContext::projectLines(ObjectDataBase &store)
 
 int MultiProContext::lineType(quint8 line) const
 {
-    return typeOf(store, line);
+    return types.value(line);
 }
 
 bool MultiProContext::udsOn() const

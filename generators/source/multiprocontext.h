@@ -3,6 +3,7 @@
 #include "objdictcontext.h"
 #include "objdictmodel.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -56,10 +57,10 @@ public:
     // The J1939 device serves a CiA 510 object dictionary.
     bool cia510() const;
 
+    // J1939 and raw CAN lines are told apart as the PGN blocks tell them (PgnContext).
     static bool isCANopenType(int type) { return type == 1 || type == 5 || type == 6; }
-    static bool isJ1939Type(int type) { return type == 2 || type == 5 || type == 7; }
-    static bool isRawCanType(int type) { return type == 4 || type == 6 || type == 7; }
 
 private:
     QList<quint8> lineList;
+    QHash<quint8, int> types;
 };

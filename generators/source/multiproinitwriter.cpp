@@ -325,10 +325,6 @@ QString MultiProInitWriter::guardedJ1939() const
         text += pgn.addressClaimInitialisation();
     text += QStringLiteral("\tretVal = j1939StackInit_line(&j1939Config);\n") + QLatin1String(j1939Check);
     if (context.cia510()) {
-        int rows = 0;
-        const auto &objects = context.model.objects(0);
-        for (const ObjDictObject &object : objects)
-            rows += int(object.subs.size());
         text += QStringLiteral("# ifdef CANOPEN_SUPPORTED\n"
                                "#  ifdef J1939_CAM11_CAM21_SUPPORTED\n"
                                "\tif ((protType & CORE_PROT_TYPE_CANOPEN) != CORE_PROT_TYPE_CANOPEN)  {\n"
@@ -340,8 +336,8 @@ QString MultiProInitWriter::guardedJ1939() const
                                "\t}\n"
                                "#  endif /*J1939_CAM11_CAM21_SUPPORTED */\n"
                                "# endif /* CANOPEN_SUPPORTED */\n")
-                    .arg(objects.size())
-                    .arg(rows);
+                    .arg(context.model.objectCount(0))
+                    .arg(context.model.subIndexCount(0));
     }
     return text + QStringLiteral("#else /* J1939_SUPPORTED */\n"
                                  "        return(RET_NOT_INITIALIZED);\n"

@@ -111,17 +111,14 @@ QString MultiProLineWriter::cia510Part(quint8 line, int &odStart) const
 {
     if (!context.cia510())
         return QString();
-    const auto &objects = context.model.objects(line);
-    int rows = 0;
-    for (const ObjDictObject &object : objects)
-        rows += int(object.subs.size());
+    const int objects = context.model.objectCount(line);
     const QString text =
         QStringLiteral("    /* initialize object dictionary variables and pointers CiA 510 */\n"
                        "    coOdInitOdPtr(canLine, &od_assign[%1], %2, od_description, %3, NULL, &od_data_variables);\n")
             .arg(odStart)
-            .arg(objects.size())
-            .arg(rows);
-    odStart += int(objects.size());
+            .arg(objects)
+            .arg(context.model.subIndexCount(line));
+    odStart += objects;
     return text;
 }
 

@@ -346,14 +346,11 @@ void ObjDictInitWriter::writeJ1939OdInit(QTextStream &out) const
     out << "RET_T\tj1939OdInit(\n\tUNSIGNED8 canLine\n)\n{\n\tswitch (canLine) {\n";
     int start = 0;
     for (const quint8 line : lines) {
-        int rows = 0;
         const auto &objects = context.model.objects(line);
-        for (auto object = objects.constBegin(); object != objects.constEnd(); ++object)
-            rows += object->subs.size();
         out << "\t\tcase " << line << ":\n"
             << "\t\t/* initialize object dictionary variables and pointers */\n"
             << "\t\tcoOdInitOdPtr(canLine, &od_assign[" << start << "], " << objects.size()
-            << ", od_description, " << rows << ", NULL, &od_data_variables);\n"
+            << ", od_description, " << context.model.subIndexCount(line) << ", NULL, &od_data_variables);\n"
             << "\n\t\tbreak;\n";
         start += int(objects.size());
     }

@@ -109,3 +109,11 @@ qint64 ObjDictModel::lineNumber(const QString &key, quint8 line) const
 {
     return lineSetting(key, line).trimmed().toLongLong();
 }
+
+int ObjDictModel::subIndexCount(quint8 line) const
+{
+    int count = 0;
+    for (const ObjDictObject &object : objects(line))
+        count += int(object.subs.size());
+    return count;
+}

@@ -38,6 +38,8 @@ public:
     QList<quint8> subIndices(quint8 line, quint16 index, quint8 from = 0) const;
     int subCount(quint8 line, quint16 index, quint8 from = 0) const;
     int objectCount(quint8 line) const { return objects(line).size(); }
+    // The sub-indices of all objects of a line, from 0.
+    int subIndexCount(quint8 line) const;
 
     QString setting(const QString &key) const;
     bool settingExists(const QString &key) const;

@@ -217,13 +217,9 @@ void ObjDictServiceCalls::writeLoadParameter(QTextStream &out, bool multiLine) c
 void ObjDictServiceCalls::writeLine(QTextStream &out, quint8 line, int odStart, bool dynamicMaster) const
 {
     const ObjDictModel &model = context.model;
-    int rows = 0;
-    const auto &objects = model.objects(line);
-    for (auto object = objects.constBegin(); object != objects.constEnd(); ++object)
-        rows += object->subs.size();
     out << "    /* initialize object dictionary variables and pointers */\n"
-        << "    coOdInitOdPtr(canLine, &od_assign[" << odStart << "], " << objects.size()
-        << ", od_description, " << rows << ", NULL, &od_data_variables);\n"
+        << "    coOdInitOdPtr(canLine, &od_assign[" << odStart << "], " << model.objectCount(line)
+        << ", od_description, " << model.subIndexCount(line) << ", NULL, &od_data_variables);\n"
         << "\n";
 
     out << "    /* initialize (u)sdo server(s) */\n";

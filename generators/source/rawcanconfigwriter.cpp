@@ -1,6 +1,7 @@
 #include "rawcanconfigwriter.h"
 
 #include "multiprocontext.h"
+#include "pgncontext.h"
 
 #include "store/objectdatabase.h"
 
@@ -14,7 +15,7 @@ QString RawCanConfigWriter::tables() const
 {
     QString text = QStringLiteral("\n/* configuration of raw CAN settings */\n");
     for (const quint8 line : context.lines()) {
-        if (MultiProContext::isRawCanType(context.lineType(line)))
+        if (PgnContext::isRawCanType(context.lineType(line)))
             text += lineTables(line);
     }
     return text;
@@ -23,9 +24,12 @@ QString RawCanConfigWriter::tables() const
 QString RawCanConfigWriter::lineTables(quint8 line) const
 {
     const QString suffix = context.flags.multiLine ? QStringLiteral("_l%1").arg(line) : QString();
-    const qsizetype transmitCount = context.store.getCANIDs(line, Direction::Transmit).size();
-    const qsizetype receiveCount = context.store.getCANIDs(line, Direction::Receive).size();
-    QString text = directionTable(line, Direction::Transmit) + directionTable(line, Direction::Receive);
+    const QList<quint32> transmitIds = context.store.getCANIDs(line, Direction::Transmit);
+    const QList<quint32> receiveIds = context.store.getCANIDs(line, Direction::Receive);
+    const qsizetype transmitCount = transmitIds.size();
+    const qsizetype receiveCount = receiveIds.size();
+    QString text = directionTable(line, Direction::Transmit, transmitIds) +
+                   directionTable(line, Direction::Receive, receiveIds);
     text += QStringLiteral("/* rawCAN configuration */\nRAWCAN_CONFIG_T  rawcanConfig%1 = {\n").arg(suffix);
     text += transmitCount > 0 ? QStringLiteral("\t&rawcanTransmitConfig%1[0],\n").arg(suffix) : QStringLiteral("\t0, \n");
     text += QStringLiteral("\t%1, \n").arg(transmitCount);
@@ -34,10 +38,9 @@ QString RawCanConfigWriter::lineTables(quint8 line) const
     return text;
 }
 
-QString RawCanConfigWriter::directionTable(quint8 line, quint8 direction) const
+QString RawCanConfigWriter::directionTable(quint8 line, quint8 direction, const QList<quint32> &ids) const
 {
     ObjectDataBase &store = context.store;
-    const QList<quint32> ids = store.getCANIDs(line, direction);
     if (ids.isEmpty())
         return QString();
     const bool transmit = direction == Direction::Transmit;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 class MultiProContext;
@@ -18,7 +19,7 @@ public:
 private:
     QString lineTables(quint8 line) const;
     // One table of a direction, empty when the line has no CAN-ID of that direction.
-    QString directionTable(quint8 line, quint8 direction) const;
+    QString directionTable(quint8 line, quint8 direction, const QList<quint32> &ids) const;
     QString row(quint8 line, const CANID &canId, int mappings) const;
 
     const MultiProContext &context;
