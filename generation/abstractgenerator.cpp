@@ -36,11 +36,12 @@ GeneratorStatus AbstractGenerator::start()
         return GeneratorStatus::Busy;
     setObjectName(generatorName());
     homeThread = thread();
+    // Set before the worker starts: a short job may finish before this thread runs on.
+    running = true;
     workerThread = new QThread(this);
     moveToThread(workerThread);
     workerThread->start(QThread::InheritPriority);
     QMetaObject::invokeMethod(this, "doJob", Qt::QueuedConnection);
-    running = true;
     return GeneratorStatus::Ok;
 }
 

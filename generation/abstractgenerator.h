@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+#include <atomic>
 #include <memory>
 
 class ObjectDataBase;
@@ -69,8 +70,8 @@ protected:
     QString filePath(const QString &pattern) const;
 
     quint8 line = 0;
-    volatile bool abortRequested = false;
-    volatile bool running = false;
+    std::atomic_bool abortRequested = false;
+    std::atomic_bool running = false;
     bool multiLine = false;
     QString projectName;
     QString outputPath;
