@@ -19,11 +19,13 @@ public:
     QString outputFile() const override { return filePath(QStringLiteral("%1/probe_%2.txt")); }
     QString generatorName() const override { return QStringLiteral("probe"); }
 
+    unsigned long workMs = 50;
+
 protected:
     void writeContent(QTextStream &out) override
     {
         out << (multiLineForm() ? "multi" : "single") << '\n';
-        QThread::msleep(50);
+        QThread::msleep(workMs);
     }
 };
 
@@ -77,6 +79,24 @@ private slots:
         QCOMPARE(generator.abort(), GeneratorStatus::NotRunning);
         QVERIFY(!store.isBlocked());
         QCOMPARE(generator.thread(), QThread::currentThread());
+    }
+
+    // A job that ends before start() returns must still be seen as finished.
+    void aQuickJobIsNeverLeftRunning()
+    {
+        QTemporaryDir dir;
+        ObjectDataBase store;
+        QVERIFY(store.createNewDataBase());
+        for (int round = 0; round < 300; ++round) {
+            ProbeGenerator generator;
+            generator.workMs = 0;
+            generator.setOutputPath(dir.path());
+            generator.setDatabase(&store);
+            QCOMPARE(generator.start(), GeneratorStatus::Ok);
+            generator.waitForFinished();
+            generator.waitForThread();
+            QVERIFY2(!generator.isRunning(), qPrintable(QString::number(round)));
+        }
     }
 
     void forcedMultiLineNeedsExactlyTrue_data()
