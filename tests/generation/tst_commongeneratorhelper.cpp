@@ -189,133 +189,78 @@ private slots:
         QCOMPARE(CommonGeneratorHelper(&project.store()).initStructVersion(moduleType), older);
     }
 
+    // The rows name the lines between the buffer counts and the closing brace.
     void commonInitText_data()
     {
         QTest::addColumn<QList<int>>("lineTypes");
         QTest::addColumn<Settings>("settings");
-        QTest::addColumn<QString>("current");
-        QTest::addColumn<QString>("older");
+        QTest::addColumn<QStringList>("current");
+        QTest::addColumn<QStringList>("older");
 
-        QTest::newRow("one CANopen line") << QList<int>{1} << Settings{}
-                                          << QStringLiteral("/* core initialization settings */\n"
-                                                            "CORE_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                                                            "\t1u,\n"
-                                                            "\t{ CORE_REC_BUFFER_COUNTS },\n"
-                                                            "\t{ CORE_TR_BUFFER_COUNTS },\n"
-                                                            "\t{ CORE_COB_COUNTS }, \n"
-                                                            "\t{ CORE_PROT_TYPE_CANOPEN},\n"
-                                                            "};\n\n")
-                                          << QStringLiteral("/* core initialization settings */\n"
-                                                            "CO_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                                                            "\t1u,\n"
-                                                            "\t{ CO_REC_BUFFER_COUNTS },\n"
-                                                            "\t{ CO_TR_BUFFER_COUNTS },\n"
-                                                            "\t{ CO_COB_COUNTS }, \n"
-                                                            "\t{ MP_PROT_TYPE_CANOPEN},\n"
-                                                            "};\n\n");
+        QTest::newRow("one CANopen line")
+            << QList<int>{1} << Settings{} << QStringList{QStringLiteral("\t{ CORE_PROT_TYPE_CANOPEN},")}
+            << QStringList{QStringLiteral("\t{ MP_PROT_TYPE_CANOPEN},")};
         QTest::newRow("two mixed lines with UDS server and CAN FD")
             << QList<int>{5, 7}
             << Settings{QStringLiteral("udsserver_supported=1"), QStringLiteral("canfd_supported=1")}
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CORE_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CORE_REC_BUFFER_COUNTS },\n"
-                              "\t{ CORE_TR_BUFFER_COUNTS },\n"
-                              "\t{ CORE_COB_COUNTS }, \n"
-                              "\t{ CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_CANOPEN | CORE_PROT_TYPE_UDS, "
-                              "CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_RAWCAN | CORE_PROT_TYPE_UDS},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS },\n"
-                              "\t{ CO_TRUE, CO_TRUE }\n"
-                              "};\n\n")
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CO_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CO_REC_BUFFER_COUNTS },\n"
-                              "\t{ CO_TR_BUFFER_COUNTS },\n"
-                              "\t{ CO_COB_COUNTS }, \n"
-                              "\t{ MP_PROT_TYPE_J1939 | MP_PROT_TYPE_CANOPEN | MP_PROT_TYPE_UDS, "
-                              "MP_PROT_TYPE_UNKNOWN | MP_PROT_TYPE_UDS},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS }\n"
-                              "\t{ CO_TRUE, CO_TRUE }\n"
-                              "};\n\n");
+            << QStringList{QStringLiteral(
+                               "\t{ CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_CANOPEN | CORE_PROT_TYPE_UDS, "
+                               "CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_RAWCAN | CORE_PROT_TYPE_UDS},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS },"),
+                           QStringLiteral("\t{ CO_TRUE, CO_TRUE }")}
+            << QStringList{QStringLiteral("\t{ MP_PROT_TYPE_J1939 | MP_PROT_TYPE_CANOPEN | MP_PROT_TYPE_UDS, "
+                                          "MP_PROT_TYPE_UNKNOWN | MP_PROT_TYPE_UDS},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS }"),
+                           QStringLiteral("\t{ CO_TRUE, CO_TRUE }")};
         QTest::newRow("bootloader on a single raw CAN line")
             << QList<int>{4}
             << Settings{QStringLiteral("uds_bl_setting=1"), QStringLiteral("udsserver_supported=1")}
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CORE_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CORE_REC_BUFFER_COUNTS },\n"
-                              "\t{ CORE_TR_BUFFER_COUNTS },\n"
-                              "\t{ CORE_COB_COUNTS }, \n"
-                              "\t{ CORE_PROT_TYPE_UDS},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS },\n"
-                              "};\n\n")
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CO_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CO_REC_BUFFER_COUNTS },\n"
-                              "\t{ CO_TR_BUFFER_COUNTS },\n"
-                              "\t{ CO_COB_COUNTS }, \n"
-                              "\t{ MP_PROT_TYPE_RAWCAN},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS }\n"
-                              "};\n\n");
+            << QStringList{QStringLiteral("\t{ CORE_PROT_TYPE_UDS},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS },")}
+            << QStringList{QStringLiteral("\t{ MP_PROT_TYPE_RAWCAN},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS }")};
         QTest::newRow("single J1939 line with UDS client and ISO-TP")
             << QList<int>{2}
             << Settings{QStringLiteral("udsclient_supported=1"), QStringLiteral("isotp_supported=1")}
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CORE_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CORE_REC_BUFFER_COUNTS },\n"
-                              "\t{ CORE_TR_BUFFER_COUNTS },\n"
-                              "\t{ CORE_COB_COUNTS }, \n"
-                              "\t{ CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_UDS},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS },\n"
-                              "};\n\n")
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CO_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CO_REC_BUFFER_COUNTS },\n"
-                              "\t{ CO_TR_BUFFER_COUNTS },\n"
-                              "\t{ CO_COB_COUNTS }, \n"
-                              "\t{ MP_PROT_TYPE_J1939 | MP_PROT_TYPE_UDS},\n"
-                              "\t{ ISOTP_CLIENT_COUNTS },\n"
-                              "\t{ ISOTP_SERVER_COUNTS }\n"
-                              "};\n\n");
+            << QStringList{QStringLiteral("\t{ CORE_PROT_TYPE_J1939 | CORE_PROT_TYPE_UDS},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS },")}
+            << QStringList{QStringLiteral("\t{ MP_PROT_TYPE_J1939 | MP_PROT_TYPE_UDS},"),
+                           QStringLiteral("\t{ ISOTP_CLIENT_COUNTS },"),
+                           QStringLiteral("\t{ ISOTP_SERVER_COUNTS }")};
         QTest::newRow("line without type, UDS server at 2 is off")
             << QList<int>{3, 6} << Settings{QStringLiteral("udsserver_supported=2")}
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CORE_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CORE_REC_BUFFER_COUNTS },\n"
-                              "\t{ CORE_TR_BUFFER_COUNTS },\n"
-                              "\t{ CORE_COB_COUNTS }, \n"
-                              "\t{ CORE_PROT_TYPE_UNKNOWN, CORE_PROT_TYPE_CANOPEN | CORE_PROT_TYPE_RAWCAN},\n"
-                              "};\n\n")
-            << QStringLiteral("/* core initialization settings */\n"
-                              "CO_COMMON_INIT_VAL_T    commonInitVars = {\n"
-                              "\t1u,\n"
-                              "\t{ CO_REC_BUFFER_COUNTS },\n"
-                              "\t{ CO_TR_BUFFER_COUNTS },\n"
-                              "\t{ CO_COB_COUNTS }, \n"
-                              "\t{ MP_PROT_TYPE_UNKNOWN, MP_PROT_TYPE_UNKNOWN},\n"
-                              "};\n\n");
+            << QStringList{QStringLiteral(
+                   "\t{ CORE_PROT_TYPE_UNKNOWN, CORE_PROT_TYPE_CANOPEN | CORE_PROT_TYPE_RAWCAN},")}
+            << QStringList{QStringLiteral("\t{ MP_PROT_TYPE_UNKNOWN, MP_PROT_TYPE_UNKNOWN},")};
     }
 
     void commonInitText()
     {
         QFETCH(QList<int>, lineTypes);
         QFETCH(Settings, settings);
-        QFETCH(QString, current);
-        QFETCH(QString, older);
+        QFETCH(QStringList, current);
+        QFETCH(QStringList, older);
         ProjectBuilder project;
         buildProject(project, lineTypes, settings);
-        QCOMPARE(CommonGeneratorHelperV4(&project.store()).commonInitText(), current);
-        QCOMPARE(CommonGeneratorHelper(&project.store()).commonInitText(), older);
+        const auto initText = [](const QString &prefix, const QStringList &lines) {
+            return QStringLiteral("/* core initialization settings */\n"
+                                  "%1_COMMON_INIT_VAL_T    commonInitVars = {\n"
+                                  "\t1u,\n"
+                                  "\t{ %1_REC_BUFFER_COUNTS },\n"
+                                  "\t{ %1_TR_BUFFER_COUNTS },\n"
+                                  "\t{ %1_COB_COUNTS }, \n")
+                       .arg(prefix) +
+                   lines.join('\n') + QStringLiteral("\n};\n\n");
+        };
+        QCOMPARE(CommonGeneratorHelperV4(&project.store()).commonInitText(),
+                 initText(QStringLiteral("CORE"), current));
+        QCOMPARE(CommonGeneratorHelper(&project.store()).commonInitText(),
+                 initText(QStringLiteral("CO"), older));
     }
 
     void sessionText_data()

@@ -10,19 +10,6 @@ using namespace ModelCheckFixture;
 
 namespace {
 
-Setup steps(const QList<Setup> &list)
-{
-    return [list](ProjectBuilder &project) {
-        for (const auto &step : list)
-            step(project);
-    };
-}
-
-Setup general(const QString &key, const QString &value)
-{
-    return [key, value](ProjectBuilder &project) { project.general(key, value); };
-}
-
 Setup granularity(const QString &value)
 {
     return [value](ProjectBuilder &project) { project.description(0, QStringLiteral("Granularity"), value); };
@@ -90,11 +77,6 @@ SUBINDEX_DATA_T applicationVariable(const QString &name, const QString &variable
     data.implementation = 2;
     data.varname = variable;
     return data;
-}
-
-QString error(const QString &text)
-{
-    return QStringLiteral("<strong>Error: </strong>") + text;
 }
 
 const QString enablePredefined =

@@ -10,6 +10,29 @@
 
 namespace ModelCheckFixture {
 
+Setup steps(const QList<Setup> &list)
+{
+    return [list](ProjectBuilder &project) {
+        for (const auto &step : list)
+            step(project);
+    };
+}
+
+Setup general(const QString &key, const QString &value)
+{
+    return [key, value](ProjectBuilder &project) { project.general(key, value); };
+}
+
+QString error(const QString &text)
+{
+    return QStringLiteral("<strong>Error: </strong>") + text;
+}
+
+QString warning(const QString &text)
+{
+    return QStringLiteral("<strong>Warning: </strong>") + text;
+}
+
 namespace {
 
 // The special parameter groups as the driver hands them over.

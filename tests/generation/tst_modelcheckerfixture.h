@@ -18,6 +18,15 @@ namespace ModelCheckFixture {
 // What a row of a table does to the clean project before the check.
 using Setup = std::function<void(ProjectBuilder &)>;
 
+// The setups in the order given.
+Setup steps(const QList<Setup> &list);
+// One GeneralSettings value.
+Setup general(const QString &key, const QString &value);
+
+// A message as the check writes it.
+QString error(const QString &text);
+QString warning(const QString &text);
+
 struct CheckResult
 {
     QStringList messages;

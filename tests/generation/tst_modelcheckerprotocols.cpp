@@ -10,19 +10,6 @@ namespace {
 constexpr quint8 Receive = Direction::Receive;
 constexpr quint8 Transmit = Direction::Transmit;
 
-Setup steps(const QList<Setup> &list)
-{
-    return [list](ProjectBuilder &project) {
-        for (const auto &step : list)
-            step(project);
-    };
-}
-
-Setup general(const QString &key, const QString &value)
-{
-    return [key, value](ProjectBuilder &project) { project.general(key, value); };
-}
-
 Setup j1939(const QString &key, const QString &value)
 {
     return [key, value](ProjectBuilder &project) { project.j1939(key, value); };
@@ -111,19 +98,9 @@ Setup canId(quint32 id, quint8 direction)
     return [=](ProjectBuilder &project) { project.canId(0, id, direction, QStringLiteral("Message")); };
 }
 
-QString error(const QString &text)
-{
-    return QStringLiteral("<strong>Error: </strong>") + text;
-}
-
 QString redError(const QString &text)
 {
     return QStringLiteral("<strong><font color='red'>Error: </font></strong>") + text;
-}
-
-QString warning(const QString &text)
-{
-    return QStringLiteral("<strong>Warning: </strong>") + text;
 }
 
 void columns()
