@@ -288,6 +288,13 @@ private:
     void deleteConnections(quint8 line, quint16 index, int subindex);
     void notify(const ChangeSet &change);
     QList<quint32> numberList(const QString &statement);
+    // Rows of a table picked by a condition: whether one exists, the first one's columns, an update of the
+    // existing row or an insert; writeRows stops at the first statement that fails.
+    bool rowExists(const QString &table, const QString &condition);
+    bool readRow(QSqlQuery &query, const char *columns, const QString &table, const QString &condition);
+    bool upsertRow(const QString &table, const char *columns, const QStringList &values,
+                   const QString &condition);
+    bool writeRows(const QStringList &statements);
     // Runs a statement with positional '?' values through a prepared query that is kept per thread,
     // hands each result row to the reader and releases the statement; false when it fails.
     bool readPrepared(const QString &statement, const QVariantList &values,

@@ -246,19 +246,8 @@ bool ObjectDataBase::copyPGNs(ObjectDataBase &from, quint8 fromLine, quint8 toLi
     if (numbers.isEmpty())
         return false;
     for (const quint32 number : numbers) {
-        if (number < numberFrom || number > numberTo)
-            continue;
-        PGN pgn;
-        if (!from.getPGN(fromLine, number, direction, pgn))
-            continue;
-        removePGN(toLine, number, direction);
-        addPGN(toLine, number, pgn);
-        const auto spns = from.getSPNs(fromLine, number, direction);
-        for (const quint32 spnNumber : spns) {
-            SPN spn;
-            if (from.getSPN(fromLine, number, direction, spnNumber, spn))
-                addSPN(toLine, number, direction, spnNumber, spn);
-        }
+        if (number >= numberFrom && number <= numberTo)
+            importPGN(from, fromLine, toLine, number, direction);
     }
     return true;
 }

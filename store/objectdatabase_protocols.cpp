@@ -39,6 +39,16 @@ const char *const canIdColumns = "id, cycletime_ms, inhibittime_ms, mappingcount
 const char *const dataElementColumns = "canid, number, datatype, implementation, varname, defaultvalue, name, desc, "
                                        "pos, bitsize, direction, bitpos";
 
+// The condition that picks the rows of the given key values in one direction.
+QString keyCondition(std::initializer_list<std::pair<const char *, quint32>> keys, quint8 direction)
+{
+    QStringList terms;
+    for (const auto &[column, value] : keys)
+        terms << QStringLiteral("%1 = %2").arg(QLatin1String(column)).arg(value);
+    terms << QStringLiteral("direction = %1").arg(direction);
+    return terms.join(QLatin1String(" and "));
+}
+
 // Writes a row keyed by the given condition: an update of all columns when it exists, else an insert.
 QString upsertStatement(bool exists, const QString &table, const char *columns, const QStringList &values,
                         const QString &condition)
@@ -63,6 +73,38 @@ QList<quint32> ObjectDataBase::numberList(const QString &statement)
             numbers << query.value(0).toUInt();
     }
     return numbers;
+}
+
+bool ObjectDataBase::rowExists(const QString &table, const QString &condition)
+{
+    return !numberList(QStringLiteral("select 1 from %1 where %2").arg(table, condition)).isEmpty();
+}
+
+bool ObjectDataBase::readRow(QSqlQuery &query, const char *columns, const QString &table,
+                             const QString &condition)
+{
+    return execQuery(
+               query,
+               QStringLiteral("select %1 from %2 where %3").arg(QLatin1String(columns), table, condition)) &&
+           query.next();
+}
+
+bool ObjectDataBase::writeRows(const QStringList &statements)
+{
+    QSqlQuery query(database);
+    for (const QString &statement : statements) {
+        if (!execQuery(query, statement)) {
+            qDebug() << statement << query.lastError().text();
+            return false;
+        }
+    }
+    return true;
+}
+
+bool ObjectDataBase::upsertRow(const QString &table, const char *columns, const QStringList &values,
+                               const QString &condition)
+{
+    return writeRows({upsertStatement(rowExists(table, condition), table, columns, values, condition)});
 }
 
 PGN ObjectDataBase::pgnFromQuery(const QSqlQuery &query)
@@ -120,14 +162,9 @@ bool ObjectDataBase::addPGN(quint8 line, quint32 number, const PGN &pgn)
                                        QString::number(pgn.multisourceaddress),
                                        QString::number(pgn.safetytype),
                              QString::number(pgn.FD_DataId)};
-    const QString statement =
-        upsertStatement(pgnExists(line, number, pgn.direction), QStringLiteral("PGNs%1").arg(line), pgnColumns,
-                        values,
-                        QStringLiteral("number = %1 and direction = %2").arg(number).arg(pgn.direction));
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!upsertRow(QStringLiteral("PGNs%1").arg(line), pgnColumns, values,
+                   keyCondition({{"number", number}}, pgn.direction)))
         return false;
-    }
     ChangeSet change{PGNAdded, 0, 0, line};
     change.pgn = number;
     notify(change);
@@ -138,18 +175,13 @@ bool ObjectDataBase::removePGN(quint8 line, quint32 number, quint8 direction)
 {
     if (updatesBlocked)
         return false;
-    QSqlQuery query(database);
-    const bool ok =
-        execQuery(query, QStringLiteral("delete from SPNs%1 where pgnnumber = %2 and direction = %3")
-                             .arg(line)
-                             .arg(number)
-                             .arg(direction)) &&
-        execQuery(query,
-                  QStringLiteral("delete from PGNs%1 where number = %2 and direction = %3").arg(line).arg(number).arg(direction));
-    if (!ok) {
-        qDebug() << Q_FUNC_INFO << query.lastQuery() << query.lastError().text();
+    if (!writeRows({QStringLiteral("delete from SPNs%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"pgnnumber", number}}, direction)),
+                    QStringLiteral("delete from PGNs%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"number", number}}, direction))}))
         return false;
-    }
     ChangeSet change{PGNRemoved, 0, 0, line};
     change.pgn = number;
     change.direction = direction;
@@ -160,12 +192,8 @@ bool ObjectDataBase::removePGN(quint8 line, quint32 number, quint8 direction)
 bool ObjectDataBase::getPGN(quint8 line, quint32 number, quint8 direction, PGN &pgn)
 {
     QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select %1 from PGNs%2 where number = %3 and direction = %4")
-                              .arg(QLatin1String(pgnColumns))
-                              .arg(line)
-                              .arg(number)
-                              .arg(direction)) ||
-        !query.next())
+    if (!readRow(query, pgnColumns, QStringLiteral("PGNs%1").arg(line),
+                 keyCondition({{"number", number}}, direction)))
         return false;
     pgn = pgnFromQuery(query);
     return true;
@@ -179,11 +207,7 @@ QString ObjectDataBase::getPGNName(quint8 line, quint32 number, quint8 direction
 
 bool ObjectDataBase::pgnExists(quint8 line, quint32 number, quint8 direction)
 {
-    return !numberList(QStringLiteral("select number from PGNs%1 where number = %2 and direction = %3")
-                           .arg(line)
-                           .arg(number)
-                           .arg(direction))
-                .isEmpty();
+    return rowExists(QStringLiteral("PGNs%1").arg(line), keyCondition({{"number", number}}, direction));
 }
 
 QList<quint32> ObjectDataBase::getPGNs(quint8 line, quint8 direction, bool withoutSafe)
@@ -233,14 +257,9 @@ bool ObjectDataBase::addSPN(quint8 line, quint32 pgn, quint8 direction, quint32 
                              QString::number(direction),
                              QString::number(data.slot_df),
                              QString::number(data.bitposition)};
-    const QString statement = upsertStatement(
-        spnExists(line, pgn, spn, direction), QStringLiteral("SPNs%1").arg(line), spnColumns, values,
-        QStringLiteral("pgnnumber = %1 and spnnumber = %2 and direction = %3").arg(pgn).arg(spn).arg(direction));
-    QSqlQuery query(database);
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!upsertRow(QStringLiteral("SPNs%1").arg(line), spnColumns, values,
+                   keyCondition({{"pgnnumber", pgn}, {"spnnumber", spn}}, direction)))
         return false;
-    }
     ChangeSet change{SPNAdded, 0, 0, line};
     change.pgn = pgn;
     change.spn = spn;
@@ -252,16 +271,10 @@ bool ObjectDataBase::removeSPN(quint8 line, quint32 pgn, quint32 spn, quint8 dir
 {
     if (updatesBlocked)
         return false;
-    QSqlQuery query(database);
-    const QString statement = QStringLiteral("delete from SPNs%1 where pgnnumber = %2 and spnnumber = %3 and direction = %4")
-                                  .arg(line)
-                                  .arg(pgn)
-                                  .arg(spn)
-                                  .arg(direction);
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!writeRows({QStringLiteral("delete from SPNs%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"pgnnumber", pgn}, {"spnnumber", spn}}, direction))}))
         return false;
-    }
     ChangeSet change{SignalRemoved, 0, 0, line};
     change.pgn = pgn;
     change.spn = spn;
@@ -281,14 +294,8 @@ bool ObjectDataBase::getSPN(quint8 line, quint32 pgn, quint8 direction, quint32 
         return true;
     }
     QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select %1 from SPNs%2 where pgnnumber = %3 and spnnumber = %4 and "
-                                         "direction = %5")
-                              .arg(QLatin1String(spnColumns))
-                              .arg(line)
-                              .arg(pgn)
-                              .arg(spn)
-                              .arg(direction)) ||
-        !query.next())
+    if (!readRow(query, spnColumns, QStringLiteral("SPNs%1").arg(line),
+                 keyCondition({{"pgnnumber", pgn}, {"spnnumber", spn}}, direction)))
         return false;
     data = spnFromQuery(query);
     return true;
@@ -322,13 +329,8 @@ quint16 ObjectDataBase::getSPNDataType(quint8 line, quint32 pgn, quint8 directio
 
 bool ObjectDataBase::spnExists(quint8 line, quint32 pgn, quint32 spn, quint8 direction)
 {
-    return !numberList(QStringLiteral("select spnnumber from SPNs%1 where pgnnumber = %2 and spnnumber = %3 and "
-                                      "direction = %4")
-                           .arg(line)
-                           .arg(pgn)
-                           .arg(spn)
-                           .arg(direction))
-                .isEmpty();
+    return rowExists(QStringLiteral("SPNs%1").arg(line),
+                     keyCondition({{"pgnnumber", pgn}, {"spnnumber", spn}}, direction));
 }
 
 void ObjectDataBase::cacheAllSPNs(quint8 line)
@@ -380,14 +382,9 @@ bool ObjectDataBase::addCANID(quint8 line, quint32 id, const CANID &canId)
                              QString::number(canId.direction),
                              QString::number(name),
                              QString::number(desc)};
-    const QString statement =
-        upsertStatement(canIdExists(line, id, canId.direction), QStringLiteral("CANIDs%1").arg(line), canIdColumns,
-                        values, QStringLiteral("id = %1 and direction = %2").arg(id).arg(canId.direction));
-    QSqlQuery query(database);
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!upsertRow(QStringLiteral("CANIDs%1").arg(line), canIdColumns, values,
+                   keyCondition({{"id", id}}, canId.direction)))
         return false;
-    }
     ChangeSet change{CANIDAdded, 0, 0, line};
     change.canId = id;
     notify(change);
@@ -398,17 +395,13 @@ bool ObjectDataBase::removeCANID(quint8 line, quint32 id, quint8 direction)
 {
     if (updatesBlocked)
         return false;
-    QSqlQuery query(database);
-    const bool ok =
-        execQuery(query, QStringLiteral("delete from DataElements%1 where canid = %2 and direction = %3")
-                             .arg(line)
-                             .arg(id)
-                             .arg(direction)) &&
-        execQuery(query, QStringLiteral("delete from CANIDs%1 where id = %2 and direction = %3").arg(line).arg(id).arg(direction));
-    if (!ok) {
-        qDebug() << Q_FUNC_INFO << query.lastQuery() << query.lastError().text();
+    if (!writeRows({QStringLiteral("delete from DataElements%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"canid", id}}, direction)),
+                    QStringLiteral("delete from CANIDs%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"id", id}}, direction))}))
         return false;
-    }
     ChangeSet change{CANIDRemoved, 0, 0, line};
     change.canId = id;
     change.direction = direction;
@@ -419,12 +412,8 @@ bool ObjectDataBase::removeCANID(quint8 line, quint32 id, quint8 direction)
 bool ObjectDataBase::getCANID(quint8 line, quint32 id, quint8 direction, CANID &canId)
 {
     QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select %1 from CANIDs%2 where id = %3 and direction = %4")
-                              .arg(QLatin1String(canIdColumns))
-                              .arg(line)
-                              .arg(id)
-                              .arg(direction)) ||
-        !query.next())
+    if (!readRow(query, canIdColumns, QStringLiteral("CANIDs%1").arg(line),
+                 keyCondition({{"id", id}}, direction)))
         return false;
     canId = canIdFromQuery(query);
     return true;
@@ -438,9 +427,7 @@ QString ObjectDataBase::getCANIDName(quint8 line, quint32 id, quint8 direction)
 
 bool ObjectDataBase::canIdExists(quint8 line, quint32 id, quint8 direction)
 {
-    return !numberList(
-                QStringLiteral("select id from CANIDs%1 where id = %2 and direction = %3").arg(line).arg(id).arg(direction))
-                .isEmpty();
+    return rowExists(QStringLiteral("CANIDs%1").arg(line), keyCondition({{"id", id}}, direction));
 }
 
 QList<quint32> ObjectDataBase::getCANIDs(quint8 line, quint8 direction)
@@ -486,21 +473,9 @@ bool ObjectDataBase::addDataElement(quint8 line, quint32 canid, quint8 direction
                              QString::number(data.bitsize),
                              QString::number(direction),
                              QString::number(data.bitpos)};
-    const bool exists = !numberList(QStringLiteral("select number from DataElements%1 where canid = %2 and number = %3 "
-                                                   "and direction = %4")
-                                        .arg(line)
-                                        .arg(canid)
-                                        .arg(number)
-                                        .arg(direction))
-                             .isEmpty();
-    const QString statement = upsertStatement(
-        exists, QStringLiteral("DataElements%1").arg(line), dataElementColumns, values,
-        QStringLiteral("canid = %1 and number = %2 and direction = %3").arg(canid).arg(number).arg(direction));
-    QSqlQuery query(database);
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!upsertRow(QStringLiteral("DataElements%1").arg(line), dataElementColumns, values,
+                   keyCondition({{"canid", canid}, {"number", number}}, direction)))
         return false;
-    }
     ChangeSet change{DataElementAdded, 0, 0, line};
     change.canId = canid;
     change.element = number;
@@ -512,17 +487,10 @@ bool ObjectDataBase::removeDataElement(quint8 line, quint32 canid, quint32 numbe
 {
     if (updatesBlocked)
         return false;
-    QSqlQuery query(database);
-    const QString statement =
-        QStringLiteral("delete from DataElements%1 where canid = %2 and number = %3 and direction = %4")
-            .arg(line)
-            .arg(canid)
-            .arg(number)
-            .arg(direction);
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
+    if (!writeRows({QStringLiteral("delete from DataElements%1 where %2")
+                        .arg(line)
+                        .arg(keyCondition({{"canid", canid}, {"number", number}}, direction))}))
         return false;
-    }
     ChangeSet change{SignalRemoved, 0, 0, line};
     change.canId = canid;
     change.element = number;
@@ -534,14 +502,8 @@ bool ObjectDataBase::removeDataElement(quint8 line, quint32 canid, quint32 numbe
 bool ObjectDataBase::getDataElement(quint8 line, quint32 canid, quint8 direction, quint32 number, DataElement &data)
 {
     QSqlQuery query(database);
-    if (!execQuery(query, QStringLiteral("select %1 from DataElements%2 where canid = %3 and number = %4 and "
-                                         "direction = %5")
-                              .arg(QLatin1String(dataElementColumns))
-                              .arg(line)
-                              .arg(canid)
-                              .arg(number)
-                              .arg(direction)) ||
-        !query.next())
+    if (!readRow(query, dataElementColumns, QStringLiteral("DataElements%1").arg(line),
+                 keyCondition({{"canid", canid}, {"number", number}}, direction)))
         return false;
     data = dataElementFromQuery(query);
     return true;
@@ -570,17 +532,11 @@ bool ObjectDataBase::createUDSSettingsTable(quint8 line, QSqlQuery &query)
 bool ObjectDataBase::writeUDSRow(quint8 line, quint8 sid, bool active, const QString &sessions,
                                  const QString &levels, const QString &authentication)
 {
-    QSqlQuery query(database);
-    const QString statement = QStringLiteral("insert or replace into UDSSettings%1 values(%2,%3,'%4','%5','%6')")
-                                  .arg(line)
-                                  .arg(sid)
-                                  .arg(flag(active))
-                                  .arg(escaped(sessions), escaped(levels), escaped(authentication));
-    if (!execQuery(query, statement)) {
-        qDebug() << Q_FUNC_INFO << statement << query.lastError().text();
-        return false;
-    }
-    return true;
+    return writeRows({QStringLiteral("insert or replace into UDSSettings%1 values(%2,%3,'%4','%5','%6')")
+                          .arg(line)
+                          .arg(sid)
+                          .arg(flag(active))
+                          .arg(escaped(sessions), escaped(levels), escaped(authentication))});
 }
 
 bool ObjectDataBase::setUDSServiceActive(quint8 line, quint8 sid, bool active)
