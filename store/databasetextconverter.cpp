@@ -208,100 +208,80 @@ void DatabaseTextConverter::writeSettings(const QString &table)
     settings->endGroup();
 }
 
-void DatabaseTextConverter::writeObjects(const QString &table)
+void DatabaseTextConverter::writeKeyedRows(const QString &table, const QString &statement,
+                                           const QStringList &keyColumns, const GroupOf &groupOf,
+                                           const ValueOf &valueOf)
 {
     QSqlQuery query(sql);
-    if (!query.exec(QStringLiteral("SELECT * FROM %1 ORDER by objectindex").arg(table)))
+    if (!query.exec(statement))
         return;
     const QSqlRecord record = query.record();
     settings->beginGroup(table);
     while (query.next()) {
-        settings->beginGroup(hexGroup(query.value(QStringLiteral("objectindex")).toLongLong()));
+        settings->beginGroup(groupOf(query));
         for (int column = 0; column < record.count(); ++column) {
             const QString name = record.fieldName(column);
-            const QVariant value = query.value(column);
-            if (name == QLatin1String("objectindex"))
-                continue;
-            if (name == QLatin1String("metadata")) {
-                const QByteArray blob = value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
-                settings->setValue(name, holdsEntries(blob) ? blob : QByteArray("0"));
-            } else if (objectStringColumns.contains(name)) {
-                settings->setValue(name, stringOf(value));
-            } else {
-                settings->setValue(name, value.toString());
-            }
+            if (!keyColumns.contains(name))
+                settings->setValue(name, valueOf(name, query.value(column)));
         }
         settings->endGroup();
     }
     settings->endGroup();
+}
+
+DatabaseTextConverter::ValueOf DatabaseTextConverter::textOf(const QStringList &stringColumns)
+{
+    return [this, stringColumns](const QString &name, const QVariant &value) -> QVariant {
+        return stringColumns.contains(name) ? stringOf(value) : value.toString();
+    };
+}
+
+// A metadata blob travels as itself when the rule takes it, else as "0".
+DatabaseTextConverter::ValueOf DatabaseTextConverter::withMetadata(const QStringList &stringColumns,
+                                                                   bool (*keepsBlob)(const QByteArray &))
+{
+    return [text = textOf(stringColumns), keepsBlob](const QString &name, const QVariant &value) -> QVariant {
+        if (name != QLatin1String("metadata"))
+            return text(name, value);
+        const QByteArray blob = value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
+        return keepsBlob(blob) ? blob : QByteArray("0");
+    };
+}
+
+void DatabaseTextConverter::writeObjects(const QString &table)
+{
+    writeKeyedRows(
+        table, QStringLiteral("SELECT * FROM %1 ORDER by objectindex").arg(table),
+        {QStringLiteral("objectindex")},
+        [](const QSqlQuery &row) { return hexGroup(row.value(QStringLiteral("objectindex")).toLongLong()); },
+        withMetadata(objectStringColumns, holdsEntries));
 }
 
 void DatabaseTextConverter::writeSubObjects(const QString &table)
 {
-    QSqlQuery query(sql);
-    if (!query.exec(QStringLiteral("SELECT * FROM %1 ORDER by objectindex").arg(table)))
-        return;
-    const QSqlRecord record = query.record();
-    settings->beginGroup(table);
-    while (query.next()) {
-        settings->beginGroup(hexGroup(query.value(QStringLiteral("objectindex")).toLongLong()) + '/' +
-                             hexGroup(query.value(QStringLiteral("subindex")).toLongLong()));
-        for (int column = 0; column < record.count(); ++column) {
-            const QString name = record.fieldName(column);
-            const QVariant value = query.value(column);
-            if (subObjectLeftOutColumns.contains(name))
-                continue;
-            if (name == QLatin1String("metadata")) {
-                const QByteArray blob = value.typeId() == QMetaType::QByteArray ? value.toByteArray() : QByteArray();
-                settings->setValue(name, blob.isEmpty() ? QByteArray("0") : blob);
-            } else if (subObjectStringColumns.contains(name)) {
-                settings->setValue(name, stringOf(value));
-            } else {
-                settings->setValue(name, value.toString());
-            }
-        }
-        settings->endGroup();
-    }
-    settings->endGroup();
+    writeKeyedRows(
+        table, QStringLiteral("SELECT * FROM %1 ORDER by objectindex").arg(table), subObjectLeftOutColumns,
+        [](const QSqlQuery &row) {
+            return hexGroup(row.value(QStringLiteral("objectindex")).toLongLong()) + '/' +
+                   hexGroup(row.value(QStringLiteral("subindex")).toLongLong());
+        },
+        withMetadata(subObjectStringColumns, [](const QByteArray &blob) { return !blob.isEmpty(); }));
 }
 
 void DatabaseTextConverter::writeNodes()
 {
-    QSqlQuery query(sql);
-    if (!query.exec(QStringLiteral("SELECT * FROM Nodes ORDER BY nodeId")))
-        return;
-    const QSqlRecord record = query.record();
-    settings->beginGroup(QStringLiteral("Nodes"));
-    while (query.next()) {
-        settings->beginGroup(query.value(QStringLiteral("nodeId")).toString());
-        for (int column = 0; column < record.count(); ++column) {
-            if (record.fieldName(column) != QLatin1String("nodeId"))
-                settings->setValue(record.fieldName(column), query.value(column).toString());
-        }
-        settings->endGroup();
-    }
-    settings->endGroup();
+    writeKeyedRows(
+        QStringLiteral("Nodes"), QStringLiteral("SELECT * FROM Nodes ORDER BY nodeId"),
+        {QStringLiteral("nodeId")},
+        [](const QSqlQuery &row) { return row.value(QStringLiteral("nodeId")).toString(); }, textOf({}));
 }
 
 void DatabaseTextConverter::writePGNs(const QString &table)
 {
-    QSqlQuery query(sql);
-    if (!query.exec(QStringLiteral("SELECT * FROM %1 ORDER by number").arg(table)))
-        return;
-    const QSqlRecord record = query.record();
-    settings->beginGroup(table);
-    while (query.next()) {
-        settings->beginGroup(query.value(QStringLiteral("number")).toString());
-        for (int column = 0; column < record.count(); ++column) {
-            const QString name = record.fieldName(column);
-            if (name == QLatin1String("number"))
-                continue;
-            settings->setValue(name, pgnStringColumns.contains(name) ? stringOf(query.value(column))
-                                                                     : query.value(column).toString());
-        }
-        settings->endGroup();
-    }
-    settings->endGroup();
+    writeKeyedRows(
+        table, QStringLiteral("SELECT * FROM %1 ORDER by number").arg(table), {QStringLiteral("number")},
+        [](const QSqlQuery &row) { return row.value(QStringLiteral("number")).toString(); },
+        textOf(pgnStringColumns));
 }
 
 void DatabaseTextConverter::writeSPNs(const QString &table)
@@ -312,24 +292,17 @@ void DatabaseTextConverter::writeSPNs(const QString &table)
         while (query.next())
             pgns << query.value(0).toLongLong();
     }
-    settings->beginGroup(table);
     for (const qint64 pgn : std::as_const(pgns)) {
-        if (!query.exec(QStringLiteral("SELECT * FROM %1 WHERE pgnnumber = %2 ORDER by spnnumber").arg(table).arg(pgn)))
-            continue;
-        const QSqlRecord record = query.record();
-        while (query.next()) {
-            settings->beginGroup(QStringLiteral("%1/%2").arg(pgn).arg(query.value(QStringLiteral("spnnumber")).toString()));
-            for (int column = 0; column < record.count(); ++column) {
-                const QString name = record.fieldName(column);
-                if (name == QLatin1String("pgnnumber") || name == QLatin1String("spnnumber"))
-                    continue;
-                settings->setValue(name, pgnStringColumns.contains(name) ? stringOf(query.value(column))
-                                                                         : query.value(column).toString());
-            }
-            settings->endGroup();
-        }
+        writeKeyedRows(
+            table,
+            QStringLiteral("SELECT * FROM %1 WHERE pgnnumber = %2 ORDER by spnnumber").arg(table).arg(pgn),
+            {QStringLiteral("pgnnumber"), QStringLiteral("spnnumber")},
+            [pgn](const QSqlQuery &row) {
+                return QStringLiteral("%1/%2").arg(pgn).arg(
+                    row.value(QStringLiteral("spnnumber")).toString());
+            },
+            textOf(pgnStringColumns));
     }
-    settings->endGroup();
 }
 
 void DatabaseTextConverter::writeUniqueKeyed(const QString &table)
@@ -341,19 +314,9 @@ void DatabaseTextConverter::writeUniqueKeyed(const QString &table)
         !query.next())
         return;
     const QString unique = query.value(0).toString();
-    if (!query.exec(QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(table, unique)))
-        return;
-    const QSqlRecord record = query.record();
-    settings->beginGroup(table);
-    while (query.next()) {
-        settings->beginGroup(unique + '/' + query.value(unique).toString());
-        for (int column = 0; column < record.count(); ++column) {
-            if (record.fieldName(column) != unique)
-                settings->setValue(record.fieldName(column), query.value(column).toString());
-        }
-        settings->endGroup();
-    }
-    settings->endGroup();
+    writeKeyedRows(
+        table, QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(table, unique), {unique},
+        [unique](const QSqlQuery &row) { return unique + '/' + row.value(unique).toString(); }, textOf({}));
 }
 
 void DatabaseTextConverter::writeUnhandled(const QString &table)
