@@ -17,6 +17,16 @@ function(kestrel_library name)
   set_target_properties(${name} PROPERTIES OUTPUT_NAME kestrel_${name})
 endfunction()
 
+# kestrel_test_support(<name> SOURCES ... [LIBS ...] [DEFINITIONS ...])
+# Helpers that several tests share, compiled once; the definitions reach the tests that link it.
+function(kestrel_test_support name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS;DEFINITIONS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC testsupport ${ARG_LIBS})
+  target_precompile_headers(${name} REUSE_FROM testsupport)
+  target_compile_definitions(${name} PUBLIC ${ARG_DEFINITIONS})
+endfunction()
+
 # kestrel_test(<name> SOURCES ... [LIBS ...])
 # One QtTest executable; runs offscreen with its own XDG folders so that no test sees real settings.
 function(kestrel_test name)
